@@ -1,0 +1,147 @@
+// The shape that all assets share, written once: a typed record whose len is fixed, the
+// copy of a record (everything after len), the identity of a flat record, the JSON frame
+// ("enable" first, the asset's own members only when enabled), the payload copy and the merge
+// by operation (left, right, or identity, with the "Source (...) is empty" errors).
+//
+// Derived classes (CRTP) name themselves through static members (kLogLabel, kClassName,
+// kMergeName, kPayloadName, kRecordLen) and supply what is their own:
+//   ReadResult ReadJson(JsonFieldReader& reader, Record& fresh)   the asset's keys
+//   void WriteJson(Json::Value& json) const                     the asset's keys
+// and may replace the defaults of FillPayload, CopyFromOperand and SetIdentity.
+#ifndef VEXA_ASSETS_HW_ASSET_BASE_H_
+#define VEXA_ASSETS_HW_ASSET_BASE_H_
+
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "assets/hw_asset.h"
+#include "formats/json_access.h"
+#include "formats/keys.h"
+#include "formats/merge_caps.h"
+#include "platform/log.h"
+
+namespace vexa {
+
+// What an asset's ReadJson decided about the fresh record.
+enum class ReadResult {
+  kStore,           // store the fresh record, enabled
+  kLeaveUnchanged,  // refuse the section and keep the asset as it was
+  kIdentity,        // refuse the section and switch the block off
+};
+
+template <typename Derived, typename Record>
+class HwAssetBase : public HwAsset {
+ public:
+  using RecordType = Record;
+
+  const Record& config() const { return record_; }
+
+  // Copies enable and every field after len.
+  void SetConfig(const Record& record) { CopyAfterLen(record, &record_); }
+
+  void SetConfig(const Json::Value& config) override {
+    JsonFieldReader reader(config, Derived::kLogLabel);
+    const bool enable = reader.Bool(keys::kEnable);
+    if (!reader.ok() || !enable) {
+      derived().SetIdentity();
+      return;
+    }
+    std::unique_ptr<Record> fresh = NewRecord();
+    const ReadResult result = derived().ReadJson(reader, *fresh);
+    if (result == ReadResult::kLeaveUnchanged) return;
+    if (result == ReadResult::kIdentity || !reader.ok()) {
+      derived().SetIdentity();
+      return;
+    }
+    fresh->enable = true;
+    record_ = std::move(*fresh);
+  }
+
+  void SetIdentity() override { ClearRecord(); }
+
+  std::shared_ptr<Json::Value> AsJV() const override {
+    auto json = std::make_shared<Json::Value>(Json::objectValue);
+    (*json)[keys::kEnable] = record_.enable;
+    if (record_.enable) derived().WriteJson(*json);
+    return json;
+  }
+
+  std::shared_ptr<HwConfigPayload> AsPayload() const override {
+    std::shared_ptr<Record> record(new (std::nothrow) Record());
+    if (!record) {
+      VKR_LOGE_AT(Derived::kLogLabel, "AsPayload", __LINE__, "hw_payload is null");
+      return nullptr;
+    }
+    record->len = Derived::kRecordLen;
+    derived().FillPayload(*record);
+    auto payload = std::make_shared<HwConfigPayload>();
+    payload->size = kHwConfigPayloadSize;
+    payload->name = Derived::kPayloadName;
+    payload->config = std::move(record);
+    payload->config_size = Derived::kRecordLen;
+    return payload;
+  }
+
+ protected:
+  HwAssetBase(uint32_t asset_version, std::shared_ptr<HwAssetsCommonData> common)
+      : HwAsset(asset_version, std::move(common)), record_() {
+    record_.len = Derived::kRecordLen;
+  }
+
+  // A zeroed record of this asset's length, on the heap (some records are large).
+  static std::unique_ptr<Record> NewRecord() {
+    auto record = std::make_unique<Record>();
+    record->len = Derived::kRecordLen;
+    return record;
+  }
+
+  static void CopyAfterLen(const Record& from, Record* to) {
+    if (&from == to) return;
+    const uint32_t len = to->len;
+    *to = from;
+    to->len = len;
+  }
+
+  void ClearRecord() {
+    const uint32_t len = record_.len;
+    record_ = Record();
+    record_.len = len;
+  }
+
+  // The merge of ops 1 (left) and 2 (right), and identity for any other op but the ones a
+  // derived class handles itself. Call from the derived merge constructor's body, where
+  // SetIdentity already dispatches to the derived class.
+  void MergeFromOperands(uint32_t op, const std::shared_ptr<Derived>& left,
+                         const std::shared_ptr<Derived>& right) {
+    using namespace kiv_mode_merge_caps;
+    if (op != kMergeOpLeftOperand && op != kMergeOpRightOperand) {
+      derived().SetIdentity();
+      return;
+    }
+    const bool take_left = op == kMergeOpLeftOperand;
+    const std::shared_ptr<Derived>& source = take_left ? left : right;
+    if (!source) {
+      VKR_LOGE_AT(Derived::kLogLabel, Derived::kClassName, __LINE__,
+                  "%s Merge Error: Source (%s operand) is empty", Derived::kMergeName,
+                  take_left ? "left" : "right");
+      derived().SetIdentity();
+      return;
+    }
+    derived().CopyFromOperand(*source);
+  }
+
+  // Default hooks.
+  void FillPayload(Record& out) const { CopyAfterLen(record_, &out); }
+  void CopyFromOperand(const Derived& source) { CopyAfterLen(source.config(), &record_); }
+
+  Record record_;
+
+ private:
+  Derived& derived() { return static_cast<Derived&>(*this); }
+  const Derived& derived() const { return static_cast<const Derived&>(*this); }
+};
+
+}  // namespace vexa
+
+#endif  // VEXA_ASSETS_HW_ASSET_BASE_H_

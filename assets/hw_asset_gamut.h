@@ -1,0 +1,62 @@
+// The 17x17x17 gamut 3D LUT. Inline "mapFine" text below asset version 3, a named shared table
+// from 3 on. Besides its main record the asset keeps a tuning record; a merge combines the left
+// operand's main table with the right operand's tuning table through the colour-algorithm
+// library. Records are about 115 KiB: they live inside the heap-allocated asset and in heap
+// buffers, never on the stack.
+#ifndef VEXA_ASSETS_HW_ASSET_GAMUT_H_
+#define VEXA_ASSETS_HW_ASSET_GAMUT_H_
+
+#include <memory>
+#include <string>
+
+#include "assets/hw_asset_base.h"
+
+namespace vexa {
+
+class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
+ public:
+  static constexpr const char* kLogLabel = "VexaJsonModeParser::HwAssetGamut";
+  static constexpr const char* kClassName = "HwAssetGamut";
+  static constexpr const char* kMergeName = "Gamut";
+  static constexpr const char* kPayloadName = keys::kPostBlendGamut;
+  static constexpr uint32_t kRecordLen = kGamutConfigLen;
+
+  // The grid's 12-bit levels: steps of 256, the last one 4095.
+  static constexpr uint32_t kGridStep = 256;
+  static constexpr uint32_t kGridMax = 4095;
+  // A record from its reserved words on: what is exchanged with the algorithm library.
+  static constexpr uint32_t kRecordBodyOffset = 8;
+  static constexpr uint32_t kRecordBodyLen = kGamutConfigLen - kRecordBodyOffset;  // 117928
+  static constexpr uint32_t kMergeInputLen = 4 + 2 * kRecordBodyLen;                 // 235860
+  static constexpr uint32_t kMergeOutputLen = 4 + kRecordBodyLen;                    // 117932
+
+  HwAssetGamut(uint32_t asset_version, std::shared_ptr<HwAssetsCommonData> common);
+  HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostBlendGamutMergeOp op,
+               std::shared_ptr<HwAssetGamut> left, std::shared_ptr<HwAssetGamut> right);
+
+  using HwAssetBase::SetConfig;
+  void SetConfig(const Json::Value& config) override;
+  void SetIdentity() override;
+
+  void SetTuningConfig(const GamutConfig& record);
+  const GamutConfig& tuning_config() const { return *tuning_; }
+
+  // Combines `left` (main) and `right` (tuning) into this asset's main record. Writes the grid's
+  // input points into both operands first.
+  void Merge(VexaKivInterface* algo, GamutConfig& left, GamutConfig& right);
+  // Writes the input points of all entries from the grid; nothing for null.
+  static void FillRgbInEntries(GamutConfig* record);
+  // The grid level of index k (0..16).
+  static uint32_t GridLevel(uint32_t k);
+
+ private:
+  friend class HwAssetBase<HwAssetGamut, GamutConfig>;
+  void WriteJson(Json::Value& json) const;
+  void CopyFromOperand(const HwAssetGamut& source);
+
+  std::unique_ptr<GamutConfig> tuning_;
+};
+
+}  // namespace vexa
+
+#endif  // VEXA_ASSETS_HW_ASSET_GAMUT_H_

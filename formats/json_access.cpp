@@ -1,0 +1,152 @@
+#include "formats/json_access.h"
+
+#include "platform/log.h"
+
+namespace vexa {
+namespace {
+
+thread_local std::vector<std::string> t_context;
+
+const Json::Value& NullValue() {
+  static const Json::Value kNull;
+  return kNull;
+}
+
+}  // namespace
+
+const Json::Value* FindMember(const Json::Value& object, const char* key) {
+  if (!object.isObject()) return nullptr;
+  return object.find(key, key + std::char_traits<char>::length(key));
+}
+
+bool HasMember(const Json::Value& object, const char* key) {
+  const Json::Value* member = FindMember(object, key);
+  return member != nullptr && !member->isNull();
+}
+
+std::vector<std::string> MemberNames(const Json::Value& value) {
+  if (!value.isObject()) return {};
+  return value.getMemberNames();
+}
+
+ScopedJsonContext::ScopedJsonContext(std::string what) { t_context.push_back(std::move(what)); }
+
+ScopedJsonContext::~ScopedJsonContext() { t_context.pop_back(); }
+
+std::string JsonContextSuffix() {
+  std::string suffix;
+  for (const std::string& part : t_context) {
+    suffix += suffix.empty() ? " in " : ", ";
+    suffix += part;
+  }
+  return suffix;
+}
+
+const char* JsonTypeName(const Json::Value& value) {
+  switch (value.type()) {
+    case Json::nullValue: return "null";
+    case Json::intValue: return "integer";
+    case Json::uintValue: return "unsigned integer";
+    case Json::realValue: return "number";
+    case Json::stringValue: return "string";
+    case Json::booleanValue: return "boolean";
+    case Json::arrayValue: return "array";
+    case Json::objectValue: return "object";
+  }
+  return "unknown";
+}
+
+void LogWrongType(const char* log_label, const char* member, const char* expected,
+                  const Json::Value& found) {
+  std::string where = JsonContextSuffix();
+  std::string found_text = JsonTypeName(found);
+  if (found.isNumeric()) found_text += " out of range";
+  VKR_LOGE_AT(log_label, "SetConfig", __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
+              where.c_str(), expected, found_text.c_str());
+}
+
+JsonFieldReader::JsonFieldReader(const Json::Value& object, const char* log_label)
+    : object_(object), log_label_(log_label) {
+  if (!object_.isObject() && !object_.isNull()) {
+    LogWrongType(log_label_, "(section)", "object", object_);
+    ok_ = false;
+  }
+}
+
+bool JsonFieldReader::Has(const char* key) const { return HasMember(object_, key); }
+
+const Json::Value& JsonFieldReader::Raw(const char* key) const {
+  const Json::Value* member = FindMember(object_, key);
+  return member == nullptr ? NullValue() : *member;
+}
+
+bool JsonFieldReader::Convertible(const Json::Value& value, Json::ValueType type,
+                                  const char* member, const char* expected) {
+  if (value.isConvertibleTo(type)) return true;
+  LogWrongType(log_label_, member, expected, value);
+  ok_ = false;
+  return false;
+}
+
+uint32_t JsonFieldReader::Uint(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::uintValue, key, "unsigned integer") ? value.asUInt() : 0u;
+}
+
+int32_t JsonFieldReader::Int(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::intValue, key, "integer") ? value.asInt() : 0;
+}
+
+double JsonFieldReader::Double(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::realValue, key, "number") ? value.asDouble() : 0.0;
+}
+
+float JsonFieldReader::Float(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::realValue, key, "number") ? value.asFloat() : 0.0f;
+}
+
+bool JsonFieldReader::Bool(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::booleanValue, key, "boolean") ? value.asBool() : false;
+}
+
+std::string JsonFieldReader::String(const char* key) {
+  const Json::Value& value = Raw(key);
+  return Convertible(value, Json::stringValue, key, "string") ? value.asString() : std::string();
+}
+
+const Json::Value& JsonFieldReader::Array(const char* key) {
+  const Json::Value& value = Raw(key);
+  if (value.isNull() || value.isArray()) return value;
+  LogWrongType(log_label_, key, "array", value);
+  ok_ = false;
+  return NullValue();
+}
+
+const Json::Value& JsonFieldReader::Object(const char* key) {
+  const Json::Value& value = Raw(key);
+  if (value.isNull() || value.isObject()) return value;
+  LogWrongType(log_label_, key, "object", value);
+  ok_ = false;
+  return NullValue();
+}
+
+uint32_t JsonFieldReader::ElementUint(const Json::Value& array, Json::ArrayIndex index,
+                                      const char* member) {
+  if (!array.isArray() || index >= array.size()) return 0;
+  const Json::Value& value = array[index];
+  return Convertible(value, Json::uintValue, member, "array of unsigned integers") ? value.asUInt() : 0u;
+}
+
+std::string JsonFieldReader::ElementString(const Json::Value& array, Json::ArrayIndex index,
+                                           const char* member) {
+  if (!array.isArray() || index >= array.size()) return std::string();
+  const Json::Value& value = array[index];
+  return Convertible(value, Json::stringValue, member, "array of strings") ? value.asString()
+                                                                         : std::string();
+}
+
+}  // namespace vexa
