@@ -20,6 +20,19 @@ constexpr uint32_t GridIndex(uint32_t k0, uint32_t k1, uint32_t k2) {
 constexpr uint32_t kTop = kGamutGridLevels - 1;
 constexpr uint32_t kMid = kGamutGridLevels / 2;
 
+// The gamut entries printed: the eight corners of the grid and its centre.
+struct GamutSample {
+  const char* name;
+  uint32_t index;
+};
+const GamutSample kGamutSamples[] = {
+    {"black", GridIndex(0, 0, 0)},     {"red", GridIndex(kTop, 0, 0)},
+    {"green", GridIndex(0, kTop, 0)},  {"yellow", GridIndex(kTop, kTop, 0)},
+    {"blue", GridIndex(0, 0, kTop)},   {"magenta", GridIndex(kTop, 0, kTop)},
+    {"cyan", GridIndex(0, kTop, kTop)}, {"white", GridIndex(kTop, kTop, kTop)},
+    {"grey", GridIndex(kMid, kMid, kMid)},
+};
+
 void Line(std::ostream& out, const std::string& text) { out << kIndent << text << '\n'; }
 
 std::string TableSummary(const char* label, const std::vector<uint32_t>& table) {
@@ -58,14 +71,15 @@ void PrintGamut(std::ostream& out, const void* record) {
   Line(out, Format("enable %d, grid_mode %u, num_entries %u", config.enable, config.grid_mode,
                    config.num_entries));
   const uint32_t valid = std::min(config.num_entries, kGamutEntries);
-  for (const uint32_t index : kGamutSampleEntries) {
-    if (index >= valid) continue;
-    const GamutEntry& e = config.entries[index];
-    const uint32_t k0 = index % kGamutGridLevels;
-    const uint32_t k1 = index / kGamutGridLevels % kGamutGridLevels;
-    const uint32_t k2 = index / (kGamutGridLevels * kGamutGridLevels);
-    Line(out, Format("entry %4u grid (%2u,%2u,%2u): in (%4u,%4u,%4u) out (%4u,%4u,%4u)", index, k0,
-                     k1, k2, e.in_0, e.in_1, e.in_2, e.out_0, e.out_1, e.out_2));
+  for (const GamutSample& sample : kGamutSamples) {
+    if (sample.index >= valid) continue;
+    const GamutEntry& e = config.entries[sample.index];
+    const uint32_t k0 = sample.index % kGamutGridLevels;
+    const uint32_t k1 = sample.index / kGamutGridLevels % kGamutGridLevels;
+    const uint32_t k2 = sample.index / (kGamutGridLevels * kGamutGridLevels);
+    Line(out, Format("%-7s entry %4u grid (%2u,%2u,%2u): in (%4u,%4u,%4u) out (%4u,%4u,%4u)",
+                     sample.name, sample.index, k0, k1, k2, e.in_0, e.in_1, e.in_2, e.out_0,
+                     e.out_1, e.out_2));
   }
 }
 
@@ -171,13 +185,6 @@ const Decoder* FindDecoder(const std::string& name) {
 }
 
 }  // namespace
-
-const uint32_t kGamutSampleEntries[9] = {
-    GridIndex(0, 0, 0),          GridIndex(kTop, 0, 0),    GridIndex(0, kTop, 0),
-    GridIndex(0, 0, kTop),       GridIndex(kTop, kTop, 0), GridIndex(0, kTop, kTop),
-    GridIndex(kTop, 0, kTop),    GridIndex(kTop, kTop, kTop),
-    GridIndex(kMid, kMid, kMid),
-};
 
 void PrintPayload(std::ostream& out, const HwConfigPayload& payload) {
   out << "  " << payload.name << Format(" (config_size %u)", payload.config_size) << '\n';

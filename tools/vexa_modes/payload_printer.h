@@ -10,9 +10,6 @@
 
 namespace vexa::tools {
 
-// The gamut entries printed: the eight corners of the grid and its centre, by entry index.
-extern const uint32_t kGamutSampleEntries[9];
-
 void PrintPayload(std::ostream& out, const HwConfigPayload& payload);
 
 }  // namespace vexa::tools
