@@ -10,7 +10,9 @@ constexpr double kSingularEpsilon = 1e-12;
 
 }  // namespace
 
-Primaries SrgbPrimaries() { return {{0.640, 0.330}, {0.300, 0.600}, {0.150, 0.060}, {0.3127, 0.3290}}; }
+Primaries SrgbPrimaries() {
+  return {{0.640, 0.330}, {0.300, 0.600}, {0.150, 0.060}, {0.3127, 0.3290}};
+}
 
 Primaries DisplayP3Primaries() {
   return {{0.680, 0.320}, {0.265, 0.690}, {0.150, 0.060}, {0.3127, 0.3290}};
@@ -73,7 +75,8 @@ std::optional<Mat3> Inverse(const Mat3& m) {
   if (std::fabs(determinant) < kSingularEpsilon) return std::nullopt;
   Mat3 inverse{};
   for (int row = 0; row < 3; ++row) {
-    for (int column = 0; column < 3; ++column) inverse[row][column] = cofactors[column][row] / determinant;
+    for (int column = 0; column < 3; ++column)
+      inverse[row][column] = cofactors[column][row] / determinant;
   }
   return inverse;
 }

@@ -117,10 +117,10 @@ bool ExampleDeviceTree::WriteDeviceFile(const DeviceFile& file, const RecipeExpa
   const std::filesystem::path source = sources_ / (std::string(file.stem) + kJsonSuffix);
   auto document = ReadJsonFile(source, error);
   if (!document) return false;
-  const bool ok = ReplacePanelPlaceholder(*document, panel_, error) &&
-                  expander.Expand(*document, error) &&
-                  (file.kind == FileKind::kModes ? PackModesFile(*document, panel_, error)
-                                                 : SetDeviceMergeVersions(*document, panel_, error));
+  const bool ok =
+      ReplacePanelPlaceholder(*document, panel_, error) && expander.Expand(*document, error) &&
+      (file.kind == FileKind::kModes ? PackModesFile(*document, panel_, error)
+                                     : SetDeviceMergeVersions(*document, panel_, error));
   if (!ok) {
     *error = source.string() + ": " + *error;
     return false;

@@ -69,7 +69,8 @@ bool PackModesFile(Json::Value& document, const std::string& panel, std::string*
       *error = "/" + panel + "/" + mode + " must be an object";
       return false;
     }
-    if (!PackMembers(modes[mode], DescriptorMembers(), "/" + panel + "/" + mode, error)) return false;
+    if (!PackMembers(modes[mode], DescriptorMembers(), "/" + panel + "/" + mode, error))
+      return false;
   }
   return true;
 }

@@ -101,9 +101,9 @@ std::optional<Primaries> TargetPrimaries(const std::string& word, std::string* e
 // One output channel's polynomial: the linear terms from a matrix row, every other term 0.
 Json::Value PccChannel(const Vec3& row) {
   Json::Value channel(Json::objectValue);
-  for (const char* key : {keys::kPccCoeffC, keys::kPccCoeffRR, keys::kPccCoeffGG, keys::kPccCoeffBB,
-                          keys::kPccCoeffRG, keys::kPccCoeffGB, keys::kPccCoeffRB,
-                          keys::kPccCoeffRGB}) {
+  for (const char* key :
+       {keys::kPccCoeffC, keys::kPccCoeffRR, keys::kPccCoeffGG, keys::kPccCoeffBB,
+        keys::kPccCoeffRG, keys::kPccCoeffGB, keys::kPccCoeffRB, keys::kPccCoeffRGB}) {
     channel[key] = 0.0;
   }
   channel[keys::kPccCoeffR] = row[0];
@@ -166,7 +166,8 @@ bool RecipeExpander::ExpandAt(Json::Value& value, const std::string& path,
 
 std::optional<Json::Value> RecipeExpander::Generate(const Json::Value& recipe,
                                                     std::string* error) const {
-  using Recipe = std::optional<Json::Value> (RecipeExpander::*)(const Json::Value&, std::string*) const;
+  using Recipe =
+      std::optional<Json::Value> (RecipeExpander::*)(const Json::Value&, std::string*) const;
   static const struct {
     const char* word;
     Recipe make;

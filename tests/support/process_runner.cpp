@@ -5,60 +5,39 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include <memory>
 
 extern char** environ;
 
 namespace vexa::testing {
 namespace {
 
-// A temporary file that receives one output stream of the child.
-class CaptureFile {
- public:
-  CaptureFile() {
-    const char* dir = std::getenv("TMPDIR");
-    path_ = std::string(dir != nullptr && *dir != '\0' ? dir : "/tmp") + "/vexa_capture_XXXXXX";
-    fd_ = mkstemp(path_.data());
-  }
-  ~CaptureFile() {
-    if (fd_ >= 0) {
-      close(fd_);
-      unlink(path_.c_str());
-    }
-  }
-  CaptureFile(const CaptureFile&) = delete;
-  CaptureFile& operator=(const CaptureFile&) = delete;
+using File = std::unique_ptr<FILE, int (*)(FILE*)>;
 
-  int fd() const { return fd_; }
-  std::string Contents() const {
-    std::ifstream file(path_, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-  }
-
- private:
-  std::string path_;
-  int fd_ = -1;
-};
+std::string ReadAll(FILE* file) {
+  std::string text;
+  std::rewind(file);
+  char buffer[4096];
+  for (size_t n; (n = std::fread(buffer, 1, sizeof(buffer), file)) > 0;) text.append(buffer, n);
+  return text;
+}
 
 }  // namespace
 
 ProcessResult RunProcess(const std::vector<std::string>& argv) {
   ProcessResult result;
-  CaptureFile out;
-  CaptureFile err;
-  if (argv.empty() || out.fd() < 0 || err.fd() < 0) return result;
+  // Anonymous temporary files take the child's output: no pipe to drain while it runs.
+  File out(std::tmpfile(), std::fclose);
+  File err(std::tmpfile(), std::fclose);
+  if (argv.empty() || !out || !err) return result;
   std::vector<char*> args;
   for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
   args.push_back(nullptr);
 
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, out.fd(), STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, err.fd(), STDERR_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, fileno(out.get()), STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, fileno(err.get()), STDERR_FILENO);
   pid_t pid = 0;
   const int spawned = posix_spawn(&pid, args[0], &actions, nullptr, args.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
@@ -66,8 +45,8 @@ ProcessResult RunProcess(const std::vector<std::string>& argv) {
 
   int status = 0;
   if (waitpid(pid, &status, 0) == pid && WIFEXITED(status)) result.exit_code = WEXITSTATUS(status);
-  result.out = out.Contents();
-  result.err = err.Contents();
+  result.out = ReadAll(out.get());
+  result.err = ReadAll(err.get());
   return result;
 }
 

@@ -5,10 +5,10 @@
 namespace vexa::tools {
 
 constexpr int kExitOk = 0;
-constexpr int kExitFailure = 1;              // the library refused a call it should serve
-constexpr int kExitBadArguments = 2;         // command line not understood
-constexpr int kExitNoSuchMode = 3;           // no published mode has that gamut, gamma and intent
-constexpr int kExitLibraryNotLoadable = 4;   // dlopen, dlsym or the factory failed
+constexpr int kExitFailure = 1;             // the library refused a call it should serve
+constexpr int kExitBadArguments = 2;        // command line not understood
+constexpr int kExitNoSuchMode = 3;          // no published mode has that gamut, gamma and intent
+constexpr int kExitLibraryNotLoadable = 4;  // dlopen, dlsym or the factory failed
 
 }  // namespace vexa::tools
 

@@ -4,7 +4,6 @@
 //   vexa-modes --root DEVICE_TREE --panel NAME list
 //   vexa-modes --root DEVICE_TREE --panel NAME show --gamut 1 --gamma 1 --intent 1
 #include <CLI/CLI.hpp>
-
 #include <filesystem>
 #include <iostream>
 #include <system_error>
@@ -26,8 +25,9 @@ std::string ExecutablePath(const char* argv0) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app{"Lists the colour modes that libvexa-json-mode-parser publishes for a panel and "
-               "decodes the hardware payloads of one mode."};
+  CLI::App app{
+      "Lists the colour modes that libvexa-json-mode-parser publishes for a panel and "
+      "decodes the hardware payloads of one mode."};
   app.require_subcommand(1);
 
   ToolOptions options;
@@ -39,15 +39,18 @@ int main(int argc, char** argv) {
                  "Device tree that stands for the device's file system (exported as VEXA_SYSROOT)")
       ->check(CLI::ExistingDirectory);
   app.add_option("--panel", options.panel, "Panel name handed to Init")->required();
-  CLI::Option* log_option = app.add_option("--log-level", log_level,
-                                           "Library log level (vendor.display.kivloglevel)")
-                                ->check(CLI::IsMember({0, 1, 2}));
+  CLI::Option* log_option =
+      app.add_option("--log-level", log_level, "Library log level (vendor.display.kivloglevel)")
+          ->check(CLI::IsMember({0, 1, 2}));
 
   CLI::App* list = app.add_subcommand("list", "Print the published modes");
   WantedMode wanted;
-  CLI::App* show = app.add_subcommand("show", "Run the mode ops for one mode and decode its payloads");
-  show->add_option("--gamut", wanted.gamut, "Colour primaries of the mode (1 sRGB, 12 P3)")->required();
-  show->add_option("--gamma", wanted.gamma, "Gamma transfer of the mode (1 sRGB, 4 gamma 2.2)")->required();
+  CLI::App* show =
+      app.add_subcommand("show", "Run the mode ops for one mode and decode its payloads");
+  show->add_option("--gamut", wanted.gamut, "Colour primaries of the mode (1 sRGB, 12 P3)")
+      ->required();
+  show->add_option("--gamma", wanted.gamma, "Gamma transfer of the mode (1 sRGB, 4 gamma 2.2)")
+      ->required();
   show->add_option("--intent", wanted.intent, "Render intent of the mode")->required();
 
   try {

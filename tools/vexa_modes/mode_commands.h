@@ -14,10 +14,10 @@
 namespace vexa::tools {
 
 struct ToolOptions {
-  std::string library;               // path of libvexa-json-mode-parser.so
-  std::string root;                  // device tree exported as VEXA_SYSROOT; empty: unchanged
-  std::string panel;                 // panel name handed to Init
-  std::optional<uint32_t> log_level; // exported as the log-level property; empty: unchanged
+  std::string library;                // path of libvexa-json-mode-parser.so
+  std::string root;                   // device tree exported as VEXA_SYSROOT; empty: unchanged
+  std::string panel;                  // panel name handed to Init
+  std::optional<uint32_t> log_level;  // exported as the log-level property; empty: unchanged
 };
 
 struct WantedMode {

@@ -26,10 +26,10 @@ struct GamutSample {
   uint32_t index;
 };
 const GamutSample kGamutSamples[] = {
-    {"black", GridIndex(0, 0, 0)},     {"red", GridIndex(kTop, 0, 0)},
-    {"green", GridIndex(0, kTop, 0)},  {"yellow", GridIndex(kTop, kTop, 0)},
-    {"blue", GridIndex(0, 0, kTop)},   {"magenta", GridIndex(kTop, 0, kTop)},
-    {"cyan", GridIndex(0, kTop, kTop)}, {"white", GridIndex(kTop, kTop, kTop)},
+    {"black", GridIndex(0, 0, 0)},         {"red", GridIndex(kTop, 0, 0)},
+    {"green", GridIndex(0, kTop, 0)},      {"yellow", GridIndex(kTop, kTop, 0)},
+    {"blue", GridIndex(0, 0, kTop)},       {"magenta", GridIndex(kTop, 0, kTop)},
+    {"cyan", GridIndex(0, kTop, kTop)},    {"white", GridIndex(kTop, kTop, kTop)},
     {"grey", GridIndex(kMid, kMid, kMid)},
 };
 
@@ -104,9 +104,9 @@ std::string RegionText(const char* name, const PaMemColRegion& region) {
 void PrintPa(std::ostream& out, const void* record) {
   const auto& config = *static_cast<const PaConfig*>(record);
   Line(out, Format("enable %d, ops 0x%03X", config.enable, config.ops));
-  Line(out, Format("global: hue %d, sat %g, val %g, cont %g, sat_thresh %g", config.global.hue,
-                   config.global.sat, config.global.val, config.global.cont,
-                   config.global.sat_thresh));
+  Line(out,
+       Format("global: hue %d, sat %g, val %g, cont %g, sat_thresh %g", config.global.hue,
+              config.global.sat, config.global.val, config.global.cont, config.global.sat_thresh));
   Line(out, RegionText("skin", config.skin));
   Line(out, RegionText("sky", config.sky));
   Line(out, RegionText("foliage", config.foliage));
@@ -134,9 +134,9 @@ void PrintDe(std::ostream& out, const void* record) {
   const auto& config = *static_cast<const DETuningConfig*>(record);
   Line(out, Format("enable %d, fill_marker %u, flags 0x%X, sharp %d", config.enable,
                    config.fill_marker, config.flags, config.sharp));
-  Line(out, Format("thr_quiet %u, thr_dieout %u, thr_low %u, thr_high %u, clip %u",
-                   config.thr_quiet, config.thr_dieout, config.thr_low, config.thr_high,
-                   config.clip));
+  Line(out,
+       Format("thr_quiet %u, thr_dieout %u, thr_low %u, thr_high %u, clip %u", config.thr_quiet,
+              config.thr_dieout, config.thr_low, config.thr_high, config.clip));
   Line(out, Format("quality %u, content_type %u, de_blend %u, de_lpf high %u mid %u low %u",
                    config.quality, config.content_type, config.de_blend, config.de_lpf_high,
                    config.de_lpf_mid, config.de_lpf_low));

@@ -8,24 +8,18 @@ namespace vexa::tools {
 namespace {
 
 TEST(ModeTableTest, PrintsOneAlignedRowPerModeInOrder) {
-  const std::vector<ColorMode> modes = {
-      {1, 1, 384, {"PostBlendGC", "PostBlendIGC"}, "factory"},
-      {12, 4, 2, {}, ""},
-      {-1, 255, 65535, {"PostBlendDE"}, "a long intent name"},
-  };
   std::ostringstream out;
-  PrintModeTable(out, modes);
+  PrintModeTable(out, {{1, 1, 384, {"PostBlendGC", "PostBlendIGC"}, "factory"},
+                       {12, 4, 2, {}, ""},
+                       {-1, 255, 65535, {"PostBlendDE"}, "a long intent name"}});
   EXPECT_EQ(out.str(),
             "#  gamut  gamma  intent  intent name         hw assets\n"
             "0      1      1     384  factory             PostBlendGC, PostBlendIGC\n"
             "1     12      4       2  -                   -\n"
             "2     -1    255   65535  a long intent name  PostBlendDE\n");
-}
-
-TEST(ModeTableTest, EmptyListPrintsTheHeaderOnly) {
-  std::ostringstream out;
-  PrintModeTable(out, {});
-  EXPECT_EQ(out.str(), "#  gamut  gamma  intent  intent name  hw assets\n");
+  std::ostringstream empty;
+  PrintModeTable(empty, {});
+  EXPECT_EQ(empty.str(), "#  gamut  gamma  intent  intent name  hw assets\n");
 }
 
 }  // namespace
