@@ -19,35 +19,38 @@ constexpr uint32_t kMinGammaEntries = 2;
 constexpr uint32_t kMaxGammaEntries = 1024;
 constexpr double kDefaultSaturation = 1.0;
 
-std::optional<std::string> StringParameter(const Json::Value& recipe, const char* key,
-                                           std::string* error) {
+// A parameter of one JSON type: `is` checks the type, `as` converts; `fallback`, when given,
+// stands for a missing parameter. `expected` names the type in the error.
+template <typename T>
+std::optional<T> Parameter(const Json::Value& recipe, const char* key,
+                           bool (Json::Value::*is)() const, T (Json::Value::*as)() const,
+                           const char* expected, std::string* error,
+                           std::optional<T> fallback = std::nullopt) {
   const Json::Value* value = FindMember(recipe, key);
-  if (value == nullptr || !value->isString()) {
-    *error = std::string("\"") + key + "\" must be a string";
+  if (value == nullptr && fallback) return fallback;
+  if (value == nullptr || !(value->*is)()) {
+    *error = std::string("\"") + key + "\" must be " + expected;
     return std::nullopt;
   }
-  return value->asString();
+  return (value->*as)();
+}
+
+std::optional<std::string> StringParameter(const Json::Value& recipe, const char* key,
+                                           std::string* error) {
+  return Parameter<std::string>(recipe, key, &Json::Value::isString, &Json::Value::asString,
+                                "a string", error);
 }
 
 std::optional<uint32_t> UintParameter(const Json::Value& recipe, const char* key,
                                       std::string* error) {
-  const Json::Value* value = FindMember(recipe, key);
-  if (value == nullptr || !value->isUInt()) {
-    *error = std::string("\"") + key + "\" must be an unsigned number";
-    return std::nullopt;
-  }
-  return value->asUInt();
+  return Parameter<Json::UInt>(recipe, key, &Json::Value::isUInt, &Json::Value::asUInt,
+                               "an unsigned number", error);
 }
 
 std::optional<double> OptionalDoubleParameter(const Json::Value& recipe, const char* key,
                                               double fallback, std::string* error) {
-  const Json::Value* value = FindMember(recipe, key);
-  if (value == nullptr) return fallback;
-  if (!value->isNumeric()) {
-    *error = std::string("\"") + key + "\" must be a number";
-    return std::nullopt;
-  }
-  return value->asDouble();
+  return Parameter<double>(recipe, key, &Json::Value::isNumeric, &Json::Value::asDouble,
+                           "a number", error, fallback);
 }
 
 // True for "list", false for "array".

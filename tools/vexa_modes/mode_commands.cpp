@@ -25,8 +25,10 @@ void ExportEnvironment(const ToolOptions& options) {
   if (options.log_level) setenv(kLogLevelVariable, std::to_string(*options.log_level).c_str(), 1);
 }
 
-// Loads and initialises the library; an exit status other than kExitOk on failure.
-int OpenLibrary(KivLibrary& library, const ToolOptions& options, std::ostream& err) {
+// Loads the library, initialises it for the panel and reads the modes it publishes; an exit
+// status other than kExitOk on failure.
+int LoadModes(KivLibrary& library, const ToolOptions& options, ColorModeList* modes,
+              std::ostream& err) {
   ExportEnvironment(options);
   if (!library.Load(options.library)) {
     err << kErrorPrefix << library.error() << '\n';
@@ -36,10 +38,6 @@ int OpenLibrary(KivLibrary& library, const ToolOptions& options, std::ostream& e
     err << kErrorPrefix << library.error() << '\n';
     return kExitFailure;
   }
-  return kExitOk;
-}
-
-int ReadModes(KivLibrary& library, ColorModeList* modes, std::ostream& err) {
   const int32_t status = library.GetModes(modes);
   if (status != 0) {
     err << kErrorPrefix << "the modes list property returned " << status << '\n';
@@ -85,10 +83,8 @@ std::string DefaultLibraryPath(const std::string& executable_path) {
 
 int RunList(const ToolOptions& options, std::ostream& out, std::ostream& err) {
   KivLibrary library;  // outlives every record it hands out
-  int status = OpenLibrary(library, options, err);
-  if (status != kExitOk) return status;
   ColorModeList modes{};
-  status = ReadModes(library, &modes, err);
+  const int status = LoadModes(library, options, &modes, err);
   if (status != kExitOk) return status;
   out << "Panel " << options.panel << ": " << modes.modes.size() << " modes\n";
   PrintModeTable(out, modes.modes);
@@ -98,10 +94,8 @@ int RunList(const ToolOptions& options, std::ostream& out, std::ostream& err) {
 int RunShow(const ToolOptions& options, const WantedMode& wanted, std::ostream& out,
             std::ostream& err) {
   KivLibrary library;  // outlives every record it hands out
-  int status = OpenLibrary(library, options, err);
-  if (status != kExitOk) return status;
   ColorModeList modes{};
-  status = ReadModes(library, &modes, err);
+  int status = LoadModes(library, options, &modes, err);
   if (status != kExitOk) return status;
   const ColorMode* mode = FindMode(modes.modes, wanted);
   if (mode == nullptr) {
