@@ -57,18 +57,19 @@ const char* JsonTypeName(const Json::Value& value) {
 }
 
 void LogWrongType(const char* log_label, const char* member, const char* expected,
-                  const Json::Value& found) {
+                  const Json::Value& found, const char* function) {
   std::string where = JsonContextSuffix();
   std::string found_text = JsonTypeName(found);
   if (found.isNumeric()) found_text += " out of range";
-  VKR_LOGE_AT(log_label, "SetConfig", __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
+  VKR_LOGE_AT(log_label, function, __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
               where.c_str(), expected, found_text.c_str());
 }
 
-JsonFieldReader::JsonFieldReader(const Json::Value& object, const char* log_label)
-    : object_(object), log_label_(log_label) {
+JsonFieldReader::JsonFieldReader(const Json::Value& object, const char* log_label,
+                                 const char* function)
+    : object_(object), log_label_(log_label), function_(function) {
   if (!object_.isObject() && !object_.isNull()) {
-    LogWrongType(log_label_, "(section)", "object", object_);
+    LogWrongType(log_label_, "(section)", "object", object_, function_);
     ok_ = false;
   }
 }
@@ -83,7 +84,7 @@ const Json::Value& JsonFieldReader::Raw(const char* key) const {
 bool JsonFieldReader::Convertible(const Json::Value& value, Json::ValueType type,
                                   const char* member, const char* expected) {
   if (value.isConvertibleTo(type)) return true;
-  LogWrongType(log_label_, member, expected, value);
+  LogWrongType(log_label_, member, expected, value, function_);
   ok_ = false;
   return false;
 }
@@ -121,7 +122,7 @@ std::string JsonFieldReader::String(const char* key) {
 const Json::Value& JsonFieldReader::Array(const char* key) {
   const Json::Value& value = Raw(key);
   if (value.isNull() || value.isArray()) return value;
-  LogWrongType(log_label_, key, "array", value);
+  LogWrongType(log_label_, key, "array", value, function_);
   ok_ = false;
   return NullValue();
 }
@@ -129,7 +130,7 @@ const Json::Value& JsonFieldReader::Array(const char* key) {
 const Json::Value& JsonFieldReader::Object(const char* key) {
   const Json::Value& value = Raw(key);
   if (value.isNull() || value.isObject()) return value;
-  LogWrongType(log_label_, key, "object", value);
+  LogWrongType(log_label_, key, "object", value, function_);
   ok_ = false;
   return NullValue();
 }
