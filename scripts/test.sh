@@ -12,12 +12,12 @@ build() {  # build DIR [cmake options...]
   cmake --build "$dir" -j "$jobs"
 }
 
-echo "== normal build"
-build build
+echo "== normal build (GCC)"
+build build -DVEXA_WERROR=ON
 ctest --test-dir build --output-on-failure -j "$jobs"
 
-echo "== AddressSanitizer + UndefinedBehaviorSanitizer build"
-build build-asan -DVEXA_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+echo "== AddressSanitizer + UndefinedBehaviorSanitizer build (Clang)"
+CXX=clang++ build build-asan -DVEXA_SANITIZE=ON -DVEXA_WERROR=ON -DCMAKE_BUILD_TYPE=Debug
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:halt_on_error=1 \
 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
   ctest --test-dir build-asan --output-on-failure -j "$jobs"
