@@ -109,7 +109,7 @@ TEST(CommonDataTest, LookUpOfUnknownNameRemembersItAndLogsEachTime) {
     for (const auto& [function, table] : {std::pair("GetIgc", "IGC"), std::pair("GetGc", "GC"),
                                           std::pair("GetGamut", "3DLUT")}) {
       const std::string message = std::string("Common ") + table + " data x not found";
-      EXPECT_EQ(testing::CountLogLines(log, 'I', where + function, message), 2u) << log.Dump();
+      EXPECT_EQ(testing::CountLogLines(log, "I", where + function, message), 2u) << log.Dump();
     }
     EXPECT_EQ(log.Lines().size(), 6u) << log.Dump();
     ASSERT_EQ(data.igc_tables().count("x"), 1u);

@@ -22,7 +22,7 @@ std::shared_ptr<std::string> Text(const std::string& bytes) {
 }
 
 size_t Lines(const LogCapture& log, const char* function, const std::string& message) {
-  return testing::CountLogLines(log, 'I', std::string("VexaJsonModeParser::Utils::") + function,
+  return testing::CountLogLines(log, "I", std::string("VexaJsonModeParser::Utils::") + function,
                                 message);
 }
 

@@ -76,10 +76,10 @@ TEST(JsonFieldReaderTest, ErrorLineNamesFunctionMemberAndContext) {
   const std::string found = ": expected unsigned integer, found integer out of range";
   const std::vector<std::string> lines = log.Lines();
   ASSERT_EQ(lines.size(), 2u) << log.Dump();
-  EXPECT_TRUE(IsLogLine(lines[0], 'E', std::string(kLabel) + "::SetConfig",
+  EXPECT_TRUE(IsLogLine(lines[0], "E", std::string(kLabel) + "::SetConfig",
                         R"(Invalid member "thr" in file /x/modes.json, mode "Vivid")" + found))
       << lines[0];
-  EXPECT_TRUE(IsLogLine(lines[1], 'E', std::string(kLabel) + "::Parse",
+  EXPECT_TRUE(IsLogLine(lines[1], "E", std::string(kLabel) + "::Parse",
                         R"(Invalid member "thr" in file /x/modes.json)" + found))
       << lines[1];
 }

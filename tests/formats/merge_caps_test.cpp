@@ -93,7 +93,7 @@ TEST(MergeCapsTest, VersionCheckIsAllOrNothing) {
   }
   LogCapture log(2);
   EXPECT_FALSE(MergeVersionCheck(nullptr));
-  EXPECT_EQ(CountLogLines(log, 'I', "VexaJsonModeParser::KivModeMergeCaps::MergeVersionCheck",
+  EXPECT_EQ(CountLogLines(log, "I", "VexaJsonModeParser::KivModeMergeCaps::MergeVersionCheck",
                           "in_file is null"),
             1u)
       << log.Dump();

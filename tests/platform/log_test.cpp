@@ -34,9 +34,9 @@ TEST(LogTest, InformationLinesAreGatedByLevelAndErrorsAlwaysPrint) {
   for (uint32_t level : {0u, 1u, 2u}) {
     testing::LogCapture log(level);
     LogOneOfEach();
-    EXPECT_EQ(testing::CountLogLines(log, 'E', where, "error 7"), 1u) << log.Dump();
-    EXPECT_EQ(testing::CountLogLines(log, 'I', where, "start-up line"), level >= 1 ? 1u : 0u);
-    EXPECT_EQ(testing::CountLogLines(log, 'I', where, "verbose"), level >= 2 ? 1u : 0u);
+    EXPECT_EQ(testing::CountLogLines(log, "E", where, "error 7"), 1u) << log.Dump();
+    EXPECT_EQ(testing::CountLogLines(log, "I", where, "start-up line"), level >= 1 ? 1u : 0u);
+    EXPECT_EQ(testing::CountLogLines(log, "I", where, "verbose"), level >= 2 ? 1u : 0u);
     EXPECT_EQ(log.Lines().size(), 1 + level) << log.Dump();
   }
 }

@@ -4,26 +4,25 @@
 #define VEXA_TESTS_SUPPORT_LOG_LINES_H_
 
 #include <algorithm>
-#include <cctype>
 #include <string>
+#include <vector>
 
 #include "support/log_capture.h"
 
 namespace vexa::testing {
 
-// `where` is "<label>::<function>", e.g. "VexaJsonModeParser::Utils::ReadFromFile".
-inline bool IsLogLine(const std::string& line, char kind, const std::string& where,
+// `kind` is "E" or "I"; `where` is "<label>::<function>", e.g. "VexaJsonModeParser::Utils::Exists".
+inline bool IsLogLine(const std::string& line, const std::string& kind, const std::string& where,
                       const std::string& message) {
-  const std::string head = std::string(1, kind) + " " + where + "():";
-  if (line.compare(0, head.size(), head) != 0) return false;
-  size_t pos = head.size();
-  const size_t digits = pos;
-  while (pos < line.size() && std::isdigit(static_cast<unsigned char>(line[pos]))) ++pos;
-  return pos > digits && line.compare(pos, std::string::npos, " " + message) == 0;
+  const std::string head = kind + " " + where + "():";
+  if (line.rfind(head, 0) != 0) return false;
+  const size_t digits_end = line.find_first_not_of("0123456789", head.size());
+  return digits_end != std::string::npos && digits_end > head.size() &&
+         line.compare(digits_end, std::string::npos, " " + message) == 0;
 }
 
-inline size_t CountLogLines(const LogCapture& log, char kind, const std::string& where,
-                            const std::string& message) {
+inline size_t CountLogLines(const LogCapture& log, const std::string& kind,
+                            const std::string& where, const std::string& message) {
   const std::vector<std::string> lines = log.Lines();
   return static_cast<size_t>(std::count_if(lines.begin(), lines.end(), [&](const std::string& l) {
     return IsLogLine(l, kind, where, message);
