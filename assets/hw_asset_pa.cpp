@@ -89,21 +89,21 @@ void ReadGlobal(JsonFieldReader& reader, PaGlobalAdjust* global) {
   global->val = reader.Float(keys::kPaVal);
 }
 
-bool ReadHue(JsonFieldReader& reader, PaMemColHue* hue) {
-  hue->adj = reader.Int(keys::kPaAdj);
-  hue->min = reader.Int(keys::kPaMin);
-  hue->max = reader.Int(keys::kPaMax);
-  hue->mid = reader.Uint(keys::kPaMid);
-  hue->protect = reader.Bool(keys::kPaProtect);
+// The members that hue, saturation and value share: "adj", "min", "max" (integers for hue,
+// numbers for the others, read by `read_number`), "mid" and "protect".
+template <typename Component, typename Number>
+bool ReadComponent(JsonFieldReader& reader, Number (JsonFieldReader::*read_number)(const char*),
+                   Component* component) {
+  component->adj = (reader.*read_number)(keys::kPaAdj);
+  component->min = (reader.*read_number)(keys::kPaMin);
+  component->max = (reader.*read_number)(keys::kPaMax);
+  component->mid = reader.Uint(keys::kPaMid);
+  component->protect = reader.Bool(keys::kPaProtect);
   return true;
 }
 
 bool ReadRange(JsonFieldReader& reader, bool right_repeats_left, PaMemColRange* range) {
-  range->adj = reader.Float(keys::kPaAdj);
-  range->min = reader.Float(keys::kPaMin);
-  range->max = reader.Float(keys::kPaMax);
-  range->mid = reader.Uint(keys::kPaMid);
-  range->protect = reader.Bool(keys::kPaProtect);
+  ReadComponent(reader, &JsonFieldReader::Float, range);
   range->trapezoid_edge_type = ReadEdges(reader, right_repeats_left);
   return true;
 }
@@ -114,7 +114,9 @@ bool ReadRegion(JsonFieldReader& reader, const MemColRegionSlot& slot, PaMemColR
   region->protect_vs_six_zone = reader.Bool(keys::kPaProtectVsSixZone);
   region->blending_enable = reader.Bool(keys::kPaBlendingEnable);
   return ReadObject(reader, keys::kPaHue,
-                    [&](JsonFieldReader& hue) { return ReadHue(hue, &region->hue); }) &&
+                    [&](JsonFieldReader& hue) {
+                      return ReadComponent(hue, &JsonFieldReader::Int, &region->hue);
+                    }) &&
          ReadObject(reader, keys::kPaSat,
                     [&](JsonFieldReader& sat) {
                       return ReadRange(sat, slot.sat_right_repeats_left, &region->sat);
@@ -238,16 +240,18 @@ uint32_t FeatureBits(const PaConfig& config) {
 // Writing
 // ---------------------------------------------------------------------------------------------
 
+Json::Value Number(int32_t value) { return Json::Value(value); }
 Json::Value Number(float value) { return Json::Value(static_cast<double>(value)); }
 Json::Value Flag(uint32_t value) { return Json::Value(value != 0); }
 
-Json::Value HueJson(const PaMemColHue& hue) {
+template <typename Component>
+Json::Value ComponentJson(const Component& component) {
   Json::Value json(Json::objectValue);
-  json[keys::kPaAdj] = hue.adj;
-  json[keys::kPaMin] = hue.min;
-  json[keys::kPaMax] = hue.max;
-  json[keys::kPaMid] = hue.mid;
-  json[keys::kPaProtect] = Flag(hue.protect);
+  json[keys::kPaAdj] = Number(component.adj);
+  json[keys::kPaMin] = Number(component.min);
+  json[keys::kPaMax] = Number(component.max);
+  json[keys::kPaMid] = component.mid;
+  json[keys::kPaProtect] = Flag(component.protect);
   return json;
 }
 
@@ -261,12 +265,7 @@ void WriteEdges(uint32_t edge_type, bool right_repeats_left, Json::Value& json) 
 }
 
 Json::Value RangeJson(const PaMemColRange& range, bool right_repeats_left) {
-  Json::Value json(Json::objectValue);
-  json[keys::kPaAdj] = Number(range.adj);
-  json[keys::kPaMin] = Number(range.min);
-  json[keys::kPaMax] = Number(range.max);
-  json[keys::kPaMid] = range.mid;
-  json[keys::kPaProtect] = Flag(range.protect);
+  Json::Value json = ComponentJson(range);
   WriteEdges(range.trapezoid_edge_type, right_repeats_left, json);
   return json;
 }
@@ -277,7 +276,7 @@ Json::Value RegionJson(const PaMemColRegion& region, const MemColRegionSlot& slo
   json[keys::kPaProtectContrast] = Flag(region.protect_contrast);
   json[keys::kPaProtectVsSixZone] = Flag(region.protect_vs_six_zone);
   json[keys::kPaBlendingEnable] = Flag(region.blending_enable);
-  json[keys::kPaHue] = HueJson(region.hue);
+  json[keys::kPaHue] = ComponentJson(region.hue);
   json[keys::kPaSat] = RangeJson(region.sat, slot.sat_right_repeats_left);
   json[keys::kPaVal] = RangeJson(region.val, false);
   return json;

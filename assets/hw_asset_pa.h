@@ -22,8 +22,9 @@
 // when present; deliberately, the skin region's "sat" tests "trapezoidEdgeRight" for presence but
 // takes its text from "trapezoidEdgeLeft" (the right edge repeats the left), as the files expect.
 //
-// AsJV writes every member above (the six-zone curves only once "numEntries" was read), in the
-// form the asset version selects, so SetConfig(AsJV()) gives back an enabled record unchanged.
+// AsJV writes every member above (the "SixZone" object only once it was read), in the form the
+// asset version selects, so SetConfig(AsJV()) gives back an enabled record read from JSON (or
+// assembled from such records) unchanged; a disabled one is written as "enable": false alone.
 #ifndef VEXA_ASSETS_HW_ASSET_PA_H_
 #define VEXA_ASSETS_HW_ASSET_PA_H_
 
