@@ -1,5 +1,8 @@
 #include "formats/json_access.h"
 
+#include <cmath>
+#include <limits>
+
 #include "platform/log.h"
 
 namespace vexa {
@@ -106,7 +109,14 @@ double JsonFieldReader::Double(const char* key) {
 
 float JsonFieldReader::Float(const char* key) {
   const Json::Value& value = Raw(key);
-  return Convertible(value, Json::realValue, key, "number") ? value.asFloat() : 0.0f;
+  if (!Convertible(value, Json::realValue, key, "number")) return 0.0f;
+  // A double beyond float's range has no float value (converting it is undefined).
+  if (std::fabs(value.asDouble()) > std::numeric_limits<float>::max()) {
+    LogWrongType(log_label_, key, "number", value);
+    ok_ = false;
+    return 0.0f;
+  }
+  return value.asFloat();
 }
 
 bool JsonFieldReader::Bool(const char* key) {
