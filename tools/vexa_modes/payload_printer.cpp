@@ -98,7 +98,7 @@ void PrintPcc(std::ostream& out, const void* record) {
 
 std::string RegionText(const char* name, const PaMemColRegion& region) {
   return Format("%s: enable %u, hue adj %d, sat adj %g, val adj %g", name, region.enable,
-                region.hue.adj_int, region.sat.adj, region.val.adj);
+                region.hue.adj, region.sat.adj, region.val.adj);
 }
 
 void PrintPa(std::ostream& out, const void* record) {

@@ -14,6 +14,7 @@
 #include "formats/hex_coding.h"
 #include "formats/json_text.h"
 #include "formats/merge_caps.h"
+#include "support/temp_dir.h"
 #include "vexa/vexa_kiv_interface.h"
 
 namespace vexa::example {
@@ -156,11 +157,10 @@ TEST(ExampleDeviceTreeBuildTest, ReportsBrokenSourcesByFile) {
       {"factory_calib_data.json", R"({"@panel": {"m": {"PostBlendGC": {"generate": "gc"}}}})",
        "factory_calib_data.json: /" + kPanel + "/m/PostBlendGC: \"curve\" must be a string"},
   };
-  const fs::path dir = fs::temp_directory_path() / ("vexa_tree_" + std::to_string(getpid()));
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.file) + ": " + c.contents);
-    fs::remove_all(dir);
-    fs::create_directories(dir);
+    const vexa::testing::TempDir temp;
+    const fs::path dir = temp.path();
     fs::copy(fs::path(VEXA_SOURCE_DIR) / "examples/panel", dir / "sources",
              fs::copy_options::recursive);
     fs::remove(dir / "sources" / c.file);
@@ -169,7 +169,6 @@ TEST(ExampleDeviceTreeBuildTest, ReportsBrokenSourcesByFile) {
     EXPECT_FALSE(ExampleDeviceTree(dir / "sources", dir / "device").Build(&error));
     EXPECT_NE(error.find(c.message), std::string::npos) << error;
   }
-  fs::remove_all(dir);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // End-to-end tests of the vexa-modes binary over a copy of the example device tree.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <array>
 #include <filesystem>
@@ -8,6 +7,7 @@
 #include <sstream>
 
 #include "support/process_runner.h"
+#include "support/temp_dir.h"
 #include "tools/vexa_modes/exit_codes.h"
 
 namespace vexa::tools {
@@ -83,16 +83,8 @@ class VexaModesLibraryTest : public ::testing::Test {
 #else
     library_ = VEXA_PARSER_LIBRARY;
     ASSERT_TRUE(fs::exists(library_)) << library_ << " should have been built with the tests";
-    root_ = fs::temp_directory_path() /
-            ("vexa_modes_" + std::to_string(getpid()) + "_" +
-             ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(root_);
-    fs::create_directories(root_);
     fs::copy(VEXA_EXAMPLE_DEVICE_ROOT, root_, fs::copy_options::recursive);
 #endif
-  }
-  void TearDown() override {
-    if (!root_.empty()) fs::remove_all(root_);
   }
 
   ProcessResult Run(std::vector<std::string> args, const fs::path& root = {}) const {
@@ -102,7 +94,8 @@ class VexaModesLibraryTest : public ::testing::Test {
   }
 
   std::string library_;
-  fs::path root_;
+  vexa::testing::TempDir dir_;
+  const fs::path root_ = dir_.path();
 };
 
 // Each table row as "gamut gamma intent name | assets".
