@@ -147,8 +147,9 @@ TEST_F(VexaModesLibraryTest, ShowDecodesAModesPayloadsOrReportsThatThereIsNone) 
         "lut_g: 257 entries, first 0, middle", "last 4095", "dither_enable 1, dither_strength 4",
         "  PostBlendPCC (config_size 280)", "red   c 0, r 1, g 0", "mode 1 (luma)",
         "matrix (16): 0 8 2 10 12 4 14 6 3 11 1 9 15 7 13 5"},
-       {"Software assets (1):", "  PostBlendDE (config_size 60)", "flags 0x1, sharp 16",
-        "quality 3, content_type 2"}},
+       // The rule takes no game blob, so the merged mode has a disabled one.
+       {"Software assets (2):", "  PostBlendDE (config_size 60)", "flags 0x1, sharp 16",
+        "quality 3, content_type 2", "  PostBlendGameBlob (config_size 32)\n    enable 0"}},
       // The factory-floor mode: inline tables of a version-2 file.
       {{1, 1, 384},
        kExitOk,
@@ -158,7 +159,7 @@ TEST_F(VexaModesLibraryTest, ShowDecodesAModesPayloadsOrReportsThatThereIsNone) 
       {{12, 1, 3},
        kExitOk,
        {"red     entry   16 grid (16, 0, 0): in (   0,   0,   0) out (4095,   0,   0)"},
-       {"  PostBlendHdrBlob (config_size 32)", "blob 59 bytes: \"hdr10;max_luminance=800;"}},
+       {"  PostBlendHdrBlob (config_size 32)", "blob 60 bytes: \"hdr10;max_luminance=800;"}},
       {{1, 1, 99}, kExitNoSuchMode, {}, {}},
       {{12, 4, 1}, kExitNoSuchMode, {}, {}},
   };
