@@ -7,7 +7,8 @@
 #include "formats/json_text.h"
 #include "support/algo_double.h"
 #include "support/log_capture.h"
-#include "support/log_line.h"
+#include "support/asset_json.h"
+#include "support/log_lines.h"
 
 namespace vexa {
 namespace {
@@ -15,6 +16,7 @@ namespace {
 using testing::AlgoDouble;
 using testing::LoadAt;
 using testing::LogCapture;
+using testing::ParseJson;
 using MergeOp = kiv_mode_merge_caps::KivPostBlendGamutMergeOp;
 
 constexpr uint32_t kEntries = 4913;
@@ -42,12 +44,6 @@ std::string Stream(uint32_t seed, uint32_t count) {
   return text;
 }
 
-Json::Value Parse(const std::string& text) {
-  Json::Value json;
-  EXPECT_TRUE(PopulateJsonValue(text, json)) << text;
-  return json;
-}
-
 Json::Value Inline(uint32_t seed, uint32_t count, const Json::Value& tuning = Json::Value()) {
   Json::Value json(Json::objectValue);
   json["enable"] = true;
@@ -57,7 +53,7 @@ Json::Value Inline(uint32_t seed, uint32_t count, const Json::Value& tuning = Js
 }
 
 Json::Value Shared(const Json::Value& tuning) {
-  Json::Value json = Parse(kShared);
+  Json::Value json = ParseJson(kShared);
   json["Tuning"] = tuning;
   return json;
 }
@@ -102,14 +98,16 @@ void ExpectDisabled(const GamutConfig& record) {
       << record.enable << " " << record.grid_mode << " " << record.num_entries;
 }
 
-// No error line, one that matches `error` exactly ("HwAssetGamut::..." with %d for the line), or
-// one that contains it.
+// No error line, one that is exactly `error` ("<function>(): <message>"), or one that contains it.
 void ExpectError(const LogCapture& log, const std::string& error) {
   const auto errors = log.Errors();
   ASSERT_EQ(errors.size(), error.empty() ? 0u : 1u) << log.Dump();
   if (error.empty()) return;
-  if (error.rfind("HwAssetGamut::", 0) == 0) {
-    EXPECT_TRUE(testing::MatchesLogLine(errors[0], "VexaJsonModeParser::" + error)) << errors[0];
+  const size_t split = error.find("(): ");
+  if (split != std::string::npos) {
+    EXPECT_TRUE(testing::IsLogLine(errors[0], "E", "VexaJsonModeParser::HwAssetGamut::" + error.substr(0, split),
+                                   error.substr(split + 4)))
+        << errors[0];
   } else {
     EXPECT_NE(errors[0].find(error), std::string::npos) << errors[0];
   }
@@ -144,8 +142,8 @@ TEST(HwAssetGamutTest, InlineTableRoundTripsThroughJson) {
 
   // Blanks before a number are skipped, a number ends at its first non-digit, extra fields are
   // ignored; the table is written back in the plain form. Without "Tuning" the tuning stays.
-  asset->SetConfig(Parse(R"({"enable":true,"mapFine":[" 1, 2,\t3","12abc,4 5,6","7,8,9,10"]})"));
-  EXPECT_EQ(*asset->AsJV(), Parse(R"({"enable":true,"mapFine":["1,2,3","12,4,6","7,8,9"]})"));
+  asset->SetConfig(ParseJson(R"({"enable":true,"mapFine":[" 1, 2,\t3","12abc,4 5,6","7,8,9,10"]})"));
+  EXPECT_EQ(*asset->AsJV(), ParseJson(R"({"enable":true,"mapFine":["1,2,3","12,4,6","7,8,9"]})"));
   ExpectEntries(asset->tuning_config(), 2, 10);
   EXPECT_TRUE(log.Errors().empty()) << log.Dump();
 }
@@ -157,23 +155,23 @@ TEST(HwAssetGamutTest, RefusedInlineSectionDisablesAndKeepsEntriesAndTuning) {
     std::string error;  // empty: no error line
   } cases[] = {
       {"enable", false, ""},
-      {nullptr, Json::Value(), "HwAssetGamut::SetConfig():%d No 3DLUT data found"},
+      {nullptr, Json::Value(), "SetConfig(): No 3DLUT data found"},
       {"mapFine", Rows(5, kEntries + 1), R"("mapFine" holds 4914 entries, more than the table's 4913)"},
-      {"mapFine", Parse(R"(["1,2"])"), R"("mapFine" entry 0: "1,2" is not three decimal numbers)"},
-      {"mapFine", Parse(R"(["1,2,3","a,2,3"])"), R"("mapFine" entry 1: "a,2,3" is not)"},
-      {"mapFine", Parse(R"(["-1,2,3"])"), R"("mapFine" entry 0: "-1,2,3" is not)"},
-      {"mapFine", Parse(R"(["4294967296,0,0"])"), R"("mapFine" entry 0: "4294967296,0,0" is not)"},
-      {"mapFine", Parse(R"(["1,2,3",{}])"), R"(Invalid member "mapFine": expected array of strings, found object)"},
+      {"mapFine", ParseJson(R"(["1,2"])"), R"("mapFine" entry 0: "1,2" is not three decimal numbers)"},
+      {"mapFine", ParseJson(R"(["1,2,3","a,2,3"])"), R"("mapFine" entry 1: "a,2,3" is not)"},
+      {"mapFine", ParseJson(R"(["-1,2,3"])"), R"("mapFine" entry 0: "-1,2,3" is not)"},
+      {"mapFine", ParseJson(R"(["4294967296,0,0"])"), R"("mapFine" entry 0: "4294967296,0,0" is not)"},
+      {"mapFine", ParseJson(R"(["1,2,3",{}])"), R"(Invalid member "mapFine": expected array of strings, found object)"},
       {"mapFine", "1,2,3", R"(Invalid member "mapFine": expected array, found string)"},
       {"Tuning", "1,2,3", R"(Invalid member "Tuning": expected array, found string)"},
       {"Tuning", Rows(5, kEntries + 1), R"("Tuning" holds 4914 entries, more than the table's 4913)"},
-      {"Tuning", Parse(R"(["x"])"), R"("Tuning" entry 0: "x" is not three decimal numbers)"},
+      {"Tuning", ParseJson(R"(["x"])"), R"("Tuning" entry 0: "x" is not three decimal numbers)"},
       {"enable", "yes", R"(Invalid member "enable": expected boolean, found string)"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.error);
     auto asset = Read(0, Inline(1, 100, Rows(2, 100)));
-    Json::Value json = Parse(R"({"enable":true,"mapFine":["1,2,3"]})");
+    Json::Value json = ParseJson(R"({"enable":true,"mapFine":["1,2,3"]})");
     if (c.key == nullptr) {
       json.removeMember("mapFine");
     } else {
@@ -193,7 +191,7 @@ TEST(HwAssetGamutTest, SharedTableAndTuningFromVersionThree) {
   const std::string full = Stream(5, kEntries);
   std::string bad_field = full;
   bad_field[bad_field.find(',', 1000) + 1] = 'x';
-  const std::string not_found = "HwAssetGamut::SetConfig():%d Failed to retrieve Gamut LUTs from common data";
+  const std::string not_found = "SetConfig(): Failed to retrieve Gamut LUTs from common data";
   const struct {
     uint32_t version;
     bool common;
@@ -201,21 +199,21 @@ TEST(HwAssetGamutTest, SharedTableAndTuningFromVersionThree) {
     uint32_t seed;  // of the main table taken; 0: refused
     std::string error;
   } cases[] = {
-      {3, true, Parse(kShared), 3, ""},
-      {4, true, Parse(R"({"enable":true,"numEntries":4913,"Custom":"b"})"), 4, ""},
-      {3, true, Parse(R"({"enable":true,"numEntries":4913,"Predefined":"a","Custom":"b"})"), 3, ""},
-      {3, true, Parse(R"({"enable":true,"numEntries":4913,"Predefined":"zz","Custom":"b"})"), 0, not_found},
-      {3, true, Parse(R"({"enable":true,"numEntries":4913})"), 0, not_found},
-      {3, false, Parse(kShared), 0, not_found},
-      {3, true, Parse(R"({"enable":true,"numEntries":4096,"Predefined":"a"})"), 0,
-       "HwAssetGamut::SetConfig():%d Unexpected number of gamut entries 4096, expecting 4913"},
-      {3, true, Parse(R"({"enable":true,"Predefined":"a"})"), 0,
-       "HwAssetGamut::SetConfig():%d Unexpected number of gamut entries 0, expecting 4913"},
-      {3, true, Parse(R"({"enable":true,"numEntries":"4913","Predefined":"a"})"), 0,
+      {3, true, ParseJson(kShared), 3, ""},
+      {4, true, ParseJson(R"({"enable":true,"numEntries":4913,"Custom":"b"})"), 4, ""},
+      {3, true, ParseJson(R"({"enable":true,"numEntries":4913,"Predefined":"a","Custom":"b"})"), 3, ""},
+      {3, true, ParseJson(R"({"enable":true,"numEntries":4913,"Predefined":"zz","Custom":"b"})"), 0, not_found},
+      {3, true, ParseJson(R"({"enable":true,"numEntries":4913})"), 0, not_found},
+      {3, false, ParseJson(kShared), 0, not_found},
+      {3, true, ParseJson(R"({"enable":true,"numEntries":4096,"Predefined":"a"})"), 0,
+       "SetConfig(): Unexpected number of gamut entries 4096, expecting 4913"},
+      {3, true, ParseJson(R"({"enable":true,"Predefined":"a"})"), 0,
+       "SetConfig(): Unexpected number of gamut entries 0, expecting 4913"},
+      {3, true, ParseJson(R"({"enable":true,"numEntries":"4913","Predefined":"a"})"), 0,
        R"(Invalid member "numEntries": expected unsigned integer, found string)"},
-      {3, true, Parse(R"({"enable":true,"numEntries":4913,"Predefined":["a"]})"), 0,
+      {3, true, ParseJson(R"({"enable":true,"numEntries":4913,"Predefined":["a"]})"), 0,
        R"(Invalid member "Predefined": expected string, found array)"},
-      {2, true, Parse(kShared), 0, "HwAssetGamut::SetConfig():%d No 3DLUT data found"},
+      {2, true, ParseJson(kShared), 0, "SetConfig(): No 3DLUT data found"},
       {3, true, Shared(full), 3, ""},
       {3, true, Shared(full.substr(0, full.rfind(','))), 0,
        R"("Tuning" holds fewer than 4913 entries of three decimal numbers, or a field that is not one)"},
@@ -244,7 +242,7 @@ TEST(HwAssetGamutTest, SharedTableAndTuningFromVersionThree) {
 }
 
 TEST(HwAssetGamutTest, PayloadIsACopyAtTheRecordOffsets) {
-  auto asset = Read(3, Parse(kShared), true);
+  auto asset = Read(3, ParseJson(kShared), true);
   auto payload = asset->AsPayload();
   ASSERT_TRUE(payload);
   EXPECT_EQ(payload->size, 56u);
@@ -303,7 +301,7 @@ TEST(HwAssetGamutTest, MergeFramesEveryGridPointOfLeftMainAndRightTuning) {
 }
 
 TEST(HwAssetGamutTest, MergeConstructorByOperation) {
-  const std::string missing = "HwAssetGamut::HwAssetGamut():%d Gamut Merge Error: Source (either left or "
+  const std::string missing = "HwAssetGamut(): Gamut Merge Error: Source (either left or "
                               "right operand) is empty or vexa_algo_intf is nullptr";
   const struct {
     MergeOp op;
@@ -315,13 +313,13 @@ TEST(HwAssetGamutTest, MergeConstructorByOperation) {
       {MergeOp::kMergeOperand, false, true, true, 0, 0, missing},
       {MergeOp::kMergeOperand, true, false, true, 0, 0, missing},
       {MergeOp::kMergeOperand, true, true, false, 0, 0, missing},
-      {MergeOp::kMergeOperand, true, true, true, -1, 0, "HwAssetGamut::Merge():%d Failed to process kKivGamutMerge"},
+      {MergeOp::kMergeOperand, true, true, true, -1, 0, "Merge(): Failed to process kKivGamutMerge"},
       {MergeOp::kLeftOperand, true, true, true, 0, 1, ""},
       {MergeOp::kRightOperand, true, true, true, 0, 3, ""},
       {MergeOp::kLeftOperand, false, true, true, 0, 0,
-       "HwAssetGamut::HwAssetGamut():%d Gamut Merge Error: Source (left operand) is empty"},
+       "HwAssetGamut(): Gamut Merge Error: Source (left operand) is empty"},
       {MergeOp::kRightOperand, true, false, true, 0, 0,
-       "HwAssetGamut::HwAssetGamut():%d Gamut Merge Error: Source (right operand) is empty"},
+       "HwAssetGamut(): Gamut Merge Error: Source (right operand) is empty"},
       {MergeOp::kIdentity, true, true, true, 0, 0, ""},
   };
   for (const auto& c : cases) {

@@ -8,7 +8,7 @@
 #include "formats/json_text.h"
 #include "support/algo_double.h"
 #include "support/log_capture.h"
-#include "support/log_line.h"
+#include "support/log_lines.h"
 
 namespace vexa {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 using testing::AlgoDouble;
 using testing::LoadAt;
 using testing::LogCapture;
-using testing::MatchesLogLine;
+using testing::IsLogLine;
 using MergeOp = kiv_mode_merge_caps::KivPostBlendPCCMergeOp;
 
 constexpr const char* kChannelKeys[] = {"R", "G", "B"};
@@ -187,14 +187,15 @@ TEST(HwAssetPCCTest, ClipInformationLinesAtLevelTwoOnly) {
       EXPECT_TRUE(lines.empty()) << log.Dump();
       continue;
     }
-    const char* const expected[] = {
-        "HwAssetPCC::Clip():%d PCC Merge Info: Coefficient value [-0.020000] clipped to min[-0.015625]",
-        "HwAssetPCC::ClipPccCoeffs():%d PCC Merge Info: Coefficient 'rg' is out of valid range and has been clipped",
-        "HwAssetPCC::ClipPccCoeffData():%d PCC Merge Info: Coefficient(s) from green channel PCC out of valid "
-        "range and clipped"};
+    const char* const expected[][2] = {  // function, message
+        {"Clip", "PCC Merge Info: Coefficient value [-0.020000] clipped to min[-0.015625]"},
+        {"ClipPccCoeffs", "PCC Merge Info: Coefficient 'rg' is out of valid range and has been clipped"},
+        {"ClipPccCoeffData", "PCC Merge Info: Coefficient(s) from green channel PCC out of valid range and clipped"}};
     ASSERT_EQ(lines.size(), 3u) << log.Dump();
     for (int i = 0; i < 3; ++i) {
-      EXPECT_TRUE(MatchesLogLine(lines[i], std::string("VexaJsonModeParser::") + expected[i])) << lines[i];
+      EXPECT_TRUE(IsLogLine(lines[i], "I", std::string("VexaJsonModeParser::HwAssetPCC::") + expected[i][0],
+                            expected[i][1]))
+          << lines[i];
     }
   }
 }
@@ -247,24 +248,24 @@ TEST(HwAssetPCCTest, MergeFramesLeftMainAndRightTuningAndClipsBeforeAndAfter) {
 }
 
 TEST(HwAssetPCCTest, MergeConstructorByOperation) {
-  const std::string missing = "HwAssetPCC():%d PCC Merge Error: Source (either left or right operand) is empty "
-                              "or vexa_algo_intf is nullptr: ";
+  const std::string missing =
+      "PCC Merge Error: Source (either left or right operand) is empty or vexa_algo_intf is nullptr: ";
   const struct {
     MergeOp op;
     bool left, right, algo;
     int32_t status;
     double seed;        // of the resulting main record; 0: identity
-    std::string error;  // after "VexaJsonModeParser::HwAssetPCC::"
+    std::string error;  // from the merge constructor, or "Merge" when the call failed
   } cases[] = {
       {MergeOp::kMergeOperand, false, true, true, 0, 0, missing + "left(null), right(ok), vexa_algo_intf(ok)"},
       {MergeOp::kMergeOperand, true, false, true, 0, 0, missing + "left(ok), right(null), vexa_algo_intf(ok)"},
       {MergeOp::kMergeOperand, true, true, false, 0, 0, missing + "left(ok), right(ok), vexa_algo_intf(null)"},
       {MergeOp::kMergeOperand, false, false, false, 0, 0, missing + "left(null), right(null), vexa_algo_intf(null)"},
-      {MergeOp::kMergeOperand, true, true, true, -5, 0, "Merge():%d Failed to process kKivPccMerge"},
+      {MergeOp::kMergeOperand, true, true, true, -5, 0, "Failed to process kKivPccMerge"},
       {MergeOp::kLeftOperand, true, true, true, 0, 0.5, ""},
       {MergeOp::kRightOperand, true, true, true, 0, -0.5, ""},
-      {MergeOp::kLeftOperand, false, true, true, 0, 0, "HwAssetPCC():%d PCC Merge Error: Source (left operand) is empty"},
-      {MergeOp::kRightOperand, true, false, true, 0, 0, "HwAssetPCC():%d PCC Merge Error: Source (right operand) is empty"},
+      {MergeOp::kLeftOperand, false, true, true, 0, 0, "PCC Merge Error: Source (left operand) is empty"},
+      {MergeOp::kRightOperand, true, false, true, 0, 0, "PCC Merge Error: Source (right operand) is empty"},
       {MergeOp::kIdentity, true, true, true, 0, 0, ""},
   };
   const Json::Value tuning = Channels(1, 1, 1);
@@ -283,7 +284,9 @@ TEST(HwAssetPCCTest, MergeConstructorByOperation) {
     const auto errors = log.Errors();
     ASSERT_EQ(errors.size(), c.error.empty() ? 0u : 1u) << log.Dump();
     if (!c.error.empty()) {
-      EXPECT_TRUE(MatchesLogLine(errors[0], "VexaJsonModeParser::HwAssetPCC::" + c.error)) << errors[0];
+      const char* function = c.status != 0 ? "Merge" : "HwAssetPCC";
+      EXPECT_TRUE(IsLogLine(errors[0], "E", std::string("VexaJsonModeParser::HwAssetPCC::") + function, c.error))
+          << errors[0];
     }
   }
 }
