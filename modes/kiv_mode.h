@@ -75,6 +75,24 @@ class KivMode {
   const std::shared_ptr<HwAssetsCommonData>& common_data() const { return common_data_; }
 
  private:
+  struct PaParts;
+
+  template <typename Asset>
+  std::shared_ptr<Asset> GetAsset(const char* key) const;
+  void PutAsset(const char* key, std::shared_ptr<HwAsset> asset);
+
+  // Merging: the rule's descriptor, one block per mergeable kind, the PA parts assembled last.
+  void CopyMergedDescr(const KivModeDescr& from);
+  void MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface* intf,
+                 const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
+                 const std::shared_ptr<KivMode>& right, PaParts* pa);
+  template <typename Asset, typename Op>
+  void MergeSimple(const char* key, Op op, const std::shared_ptr<KivMode>& left,
+                   const std::shared_ptr<KivMode>& right,
+                   std::shared_ptr<Asset> (KivMode::*getter)() const);
+  void StoreMergedPa(const PaParts& pa);
+  static void AssemblePa(const PaParts& pa, HwAssetPA* merged);
+
   std::shared_ptr<HwAssetMap> assets_;
   std::shared_ptr<KivModeDescr> descr_;
   Json::Value assets_json_;
