@@ -148,17 +148,17 @@ TEST(RulesFileTest, AWrongTypedMemberDropsOnlyItsRule) {
     const char* rule;
     const char* member;
   } cases[] = {
-      {R"({"ModeNameInputLeft": 5})", "ModeNameInputLeft"},
+      {R"({"ModeNameInputLeft": {"name": "a"}})", "ModeNameInputLeft"},
       {R"({"ModeNameInputRight": ["a"]})", "ModeNameInputRight"},
       {R"({"Applicability": "P3"})", "Applicability"},
       {R"({"Applicability": {"RenderIntent": "vivid"}})", "RenderIntent"},
       {R"({"Applicability": {"RenderIntent": -1}})", "RenderIntent"},
-      {R"({"Applicability": {"ColorPrimaries": 12}})", "ColorPrimaries"},
+      {R"({"Applicability": {"ColorPrimaries": ["P3"]}})", "ColorPrimaries"},
       {R"({"WhitePoint": "D65"})", "WhitePoint"},
-      {R"({"MergeId": 1})", "MergeId"},
-      {R"({"DynamicRange": true})", "DynamicRange"},
+      {R"({"MergeId": {}})", "MergeId"},
+      {R"({"DynamicRange": ["HDR"]})", "DynamicRange"},
       {R"({"MergeOps": ["LEFT_OPERAND"]})", "MergeOps"},
-      {R"({"MergeOps": {"PostBlendGCMergeOp": 1}})", "PostBlendGCMergeOp"},
+      {R"({"MergeOps": {"PostBlendGCMergeOp": ["LEFT_OPERAND"]}})", "PostBlendGCMergeOp"},
       {R"("not a rule")", "(section)"},
   };
   for (const auto& c : cases) {
