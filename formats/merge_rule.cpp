@@ -1,41 +1,34 @@
 #include "formats/merge_rule.h"
 
 #include "formats/keys.h"
+#include "formats/word_table.h"
 
 namespace vexa {
 namespace {
 
 using namespace kiv_mode_merge_caps;
 
-struct OperandWord {
-  const char* word;
-  uint32_t op;
-};
-
 // Every block knows identity, left and right; only gamut and PCC also compute a merge.
-constexpr OperandWord kThreeWords[] = {
+constexpr WordEntry<uint32_t> kThreeWords[] = {
     {keys::kOperandIdentity, kMergeOpIdentity},
     {keys::kOperandLeft, kMergeOpLeftOperand},
     {keys::kOperandRight, kMergeOpRightOperand},
 };
 
-constexpr OperandWord kFourWords[] = {
+constexpr WordEntry<uint32_t> kFourWords[] = {
     {keys::kOperandIdentity, kMergeOpIdentity},
     {keys::kOperandLeft, kMergeOpLeftOperand},
     {keys::kOperandRight, kMergeOpRightOperand},
     {keys::kOperandMerge, kMergeOpMergeOperand},
 };
 
-template <size_t N>
-uint32_t LookUpOperand(const OperandWord (&words)[N], const std::string& word) {
-  for (const OperandWord& entry : words) {
-    if (word == entry.word) return entry.op;
-  }
-  return kMergeOpIdentity;
+uint32_t ThreeWordMergeOp(const std::string& word) {
+  return LookUpWord(kThreeWords, word, kMergeOpIdentity);
 }
 
-uint32_t ThreeWordMergeOp(const std::string& word) { return LookUpOperand(kThreeWords, word); }
-uint32_t FourWordMergeOp(const std::string& word) { return LookUpOperand(kFourWords, word); }
+uint32_t FourWordMergeOp(const std::string& word) {
+  return LookUpWord(kFourWords, word, kMergeOpIdentity);
+}
 
 }  // namespace
 

@@ -61,18 +61,31 @@ constexpr AssetKind kAssetKinds[] = {
     {keys::kPostBlendHdrBlob, &MakeAsset<HwAssetHDR>},
 };
 
-// A merged asset, or null when it cannot be allocated.
+// A new asset, or null when it cannot be allocated.
 template <typename Asset, typename... Args>
 std::shared_ptr<Asset> NewAsset(Args&&... args) {
   return std::shared_ptr<Asset>(new (std::nothrow) Asset(std::forward<Args>(args)...));
 }
 
-// One operand's asset through its getter; null for a missing operand.
-template <typename Asset>
-std::shared_ptr<Asset> OperandAsset(const std::shared_ptr<KivMode>& mode,
-                                    std::shared_ptr<Asset> (KivMode::*getter)() const) {
-  return mode ? ((*mode).*getter)() : nullptr;
-}
+// The two modes of a merge; either may lack the asset being merged.
+struct Operands {
+  const std::shared_ptr<KivMode>& left;
+  const std::shared_ptr<KivMode>& right;
+
+  // The asset class's merge constructor over the two modes' assets of one kind; `leading` are
+  // its arguments before the operands (the algorithm interface, the operation).
+  template <typename Asset, typename... Leading>
+  std::shared_ptr<Asset> Merge(std::shared_ptr<Asset> (KivMode::*getter)() const,
+                               Leading... leading) const {
+    return NewAsset<Asset>(leading..., Of(left, getter), Of(right, getter));
+  }
+
+  template <typename Asset>
+  static std::shared_ptr<Asset> Of(const std::shared_ptr<KivMode>& mode,
+                                   std::shared_ptr<Asset> (KivMode::*getter)() const) {
+    return mode ? ((*mode).*getter)() : nullptr;
+  }
+};
 
 }  // namespace
 
@@ -197,63 +210,49 @@ void KivMode::MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface
                         const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
                         const std::shared_ptr<KivMode>& right, PaParts* pa) {
   using kiv_mode_merge_caps::KivMergeable;
+  const Operands operands{left, right};
   switch (kind) {
     case KivMergeable::kGamut:
-      PutAsset(keys::kPostBlendGamut,
-               NewAsset<HwAssetGamut>(intf, rule.gamut_op, OperandAsset(left, &KivMode::GetGamut),
-                                      OperandAsset(right, &KivMode::GetGamut)));
+      PutAsset(keys::kPostBlendGamut, operands.Merge(&KivMode::GetGamut, intf, rule.gamut_op));
       break;
     case KivMergeable::kPaGlobal:
-      pa->global = NewAsset<HwAssetPA>(rule.pa_global_op, OperandAsset(left, &KivMode::GetPa),
-                                       OperandAsset(right, &KivMode::GetPa));
+      pa->global = operands.Merge(&KivMode::GetPa, rule.pa_global_op);
       break;
     case KivMergeable::kPaMultiZone:
-      pa->multi_zone = NewAsset<HwAssetPA>(rule.pa_multi_zone_op, OperandAsset(left, &KivMode::GetPa),
-                                           OperandAsset(right, &KivMode::GetPa));
+      pa->multi_zone = operands.Merge(&KivMode::GetPa, rule.pa_multi_zone_op);
       break;
     case KivMergeable::kPaMemoryColors:
-      pa->memory_colors = NewAsset<HwAssetPA>(rule.pa_memory_colors_op,
-                                              OperandAsset(left, &KivMode::GetPa),
-                                              OperandAsset(right, &KivMode::GetPa));
+      pa->memory_colors = operands.Merge(&KivMode::GetPa, rule.pa_memory_colors_op);
       break;
     case KivMergeable::kPaDither:
-      MergeSimple(keys::kPostBlendPaDither, rule.pa_dither_op, left, right, &KivMode::GetPaDither);
+      PutAsset(keys::kPostBlendPaDither, operands.Merge(&KivMode::GetPaDither, rule.pa_dither_op));
       break;
     case KivMergeable::kGC:
-      MergeSimple(keys::kPostBlendGC, rule.gc_op, left, right, &KivMode::GetGc);
+      PutAsset(keys::kPostBlendGC, operands.Merge(&KivMode::GetGc, rule.gc_op));
       break;
     case KivMergeable::kIGC:
-      MergeSimple(keys::kPostBlendIGC, rule.igc_op, left, right, &KivMode::GetIgc);
+      PutAsset(keys::kPostBlendIGC, operands.Merge(&KivMode::GetIgc, rule.igc_op));
       break;
     case KivMergeable::kPCC:
-      PutAsset(keys::kPostBlendPCC,
-               NewAsset<HwAssetPCC>(intf, rule.pcc_op, OperandAsset(left, &KivMode::GetPcc),
-                                    OperandAsset(right, &KivMode::GetPcc)));
+      PutAsset(keys::kPostBlendPCC, operands.Merge(&KivMode::GetPcc, intf, rule.pcc_op));
       break;
     case KivMergeable::kDither:
-      MergeSimple(keys::kPostBlendDither, rule.dither_op, left, right, &KivMode::GetDither);
+      PutAsset(keys::kPostBlendDither, operands.Merge(&KivMode::GetDither, rule.dither_op));
       break;
     case KivMergeable::kDE:
-      MergeSimple(keys::kPostBlendDE, rule.de_op, left, right, &KivMode::GetDe);
+      PutAsset(keys::kPostBlendDE, operands.Merge(&KivMode::GetDe, rule.de_op));
       break;
     case KivMergeable::kHdrBlob:
       // An identity HDR operation leaves the merged mode without an HDR blob at all.
       if (rule.hdr_blob_op == kiv_mode_merge_caps::KivPostBlendHdrBlobMergeOp::kIdentity) break;
-      MergeSimple(keys::kPostBlendHdrBlob, rule.hdr_blob_op, left, right, &KivMode::GetHdr);
+      PutAsset(keys::kPostBlendHdrBlob, operands.Merge(&KivMode::GetHdr, rule.hdr_blob_op));
       break;
     case KivMergeable::kGameBlob:
-      MergeSimple(keys::kPostBlendGameBlob, rule.game_blob_op, left, right, &KivMode::GetGameBlob);
+      PutAsset(keys::kPostBlendGameBlob, operands.Merge(&KivMode::GetGameBlob, rule.game_blob_op));
       break;
     default:
       break;  // a kind this code does not know
   }
-}
-
-template <typename Asset, typename Op>
-void KivMode::MergeSimple(const char* key, Op op, const std::shared_ptr<KivMode>& left,
-                          const std::shared_ptr<KivMode>& right,
-                          std::shared_ptr<Asset> (KivMode::*getter)() const) {
-  PutAsset(key, NewAsset<Asset>(op, OperandAsset(left, getter), OperandAsset(right, getter)));
 }
 
 void KivMode::StoreMergedPa(const PaParts& pa) {

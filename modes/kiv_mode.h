@@ -86,10 +86,6 @@ class KivMode {
   void MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface* intf,
                  const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
                  const std::shared_ptr<KivMode>& right, PaParts* pa);
-  template <typename Asset, typename Op>
-  void MergeSimple(const char* key, Op op, const std::shared_ptr<KivMode>& left,
-                   const std::shared_ptr<KivMode>& right,
-                   std::shared_ptr<Asset> (KivMode::*getter)() const);
   void StoreMergedPa(const PaParts& pa);
   static void AssemblePa(const PaParts& pa, HwAssetPA* merged);
 
