@@ -11,6 +11,7 @@
 #include <string>
 
 #include "formats/json_text.h"
+#include "support/log_lines.h"
 #include "vexa/vexa_kiv_interface.h"
 
 namespace vexa::testing {
@@ -32,16 +33,6 @@ inline uint32_t RecordWord(const HwConfigPayload& payload, size_t offset) {
   uint32_t word = 0;
   std::memcpy(&word, static_cast<const char*>(payload.config.get()) + offset, sizeof(word));
   return word;
-}
-
-// True when `line` is "<kind> <where>():<source line> <message>", as LogCapture keeps it.
-inline bool IsLogLine(const std::string& line, const std::string& kind, const std::string& where,
-                      const std::string& message) {
-  const std::string head = kind + " " + where + "():";
-  if (line.rfind(head, 0) != 0) return false;
-  const size_t digits_end = line.find_first_not_of("0123456789", head.size());
-  return digits_end != std::string::npos && digits_end > head.size() &&
-         line.compare(digits_end, std::string::npos, " " + message) == 0;
 }
 
 }  // namespace vexa::testing
