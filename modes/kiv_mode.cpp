@@ -25,15 +25,6 @@ constexpr char kLogLabel[] = "VexaJsonModeParser::KivMode";
 constexpr int kDescrNullLine = 40;
 constexpr int kPaMergedNullLine = 177;
 
-// Feature bits that each PA merge result contributes to the assembled PA asset.
-constexpr uint32_t kPaGlobalBits = kPaGlobal;
-constexpr uint32_t kPaMemoryColorBits = kPaMemColHueProtect | kPaMemColSatProtect |
-                                        kPaMemColValProtect | kPaMemColContrastProtect |
-                                        kPaMemColSkin | kPaMemColSky | kPaMemColFoliage |
-                                        kPaMemColSixZoneProtect | kPaMemColBlendDisable;
-constexpr uint32_t kPaSixZoneBits = kPaSixZone;
-static_assert(kPaMemoryColorBits == 0x6FE, "memory-colour feature bits");
-
 using AssetMaker = std::shared_ptr<HwAsset> (*)(uint32_t, std::shared_ptr<HwAssetsCommonData>);
 
 template <typename Asset>
@@ -261,35 +252,8 @@ void KivMode::StoreMergedPa(const PaParts& pa) {
     VKR_LOGE_AT(kLogLabel, "KivMode", kPaMergedNullLine, "pa_merged is null");
     return;
   }
-  AssemblePa(pa, merged.get());
+  merged->Assemble(pa.global, pa.memory_colors, pa.multi_zone);
   PutAsset(keys::kPostBlendPa, std::move(merged));
-}
-
-// Global adjustments from the global result, the three regions from the memory-colour result,
-// the six-zone section from the multi-zone result; each contributes only its own feature bits.
-void KivMode::AssemblePa(const PaParts& pa, HwAssetPA* merged) {
-  auto record = std::make_unique<PaConfig>();  // 15 KiB: kept off the stack
-  uint32_t ops = 0;
-  if (pa.global) {
-    const PaConfig& from = pa.global->config();
-    record->global = from.global;
-    ops |= from.ops & kPaGlobalBits;
-  }
-  if (pa.memory_colors) {
-    const PaConfig& from = pa.memory_colors->config();
-    record->skin = from.skin;
-    record->sky = from.sky;
-    record->foliage = from.foliage;
-    ops |= from.ops & kPaMemoryColorBits;
-  }
-  if (pa.multi_zone) {
-    const PaConfig& from = pa.multi_zone->config();
-    record->six_zone = from.six_zone;
-    ops |= from.ops & kPaSixZoneBits;
-  }
-  record->ops = ops;
-  record->enable = ops != 0;
-  merged->SetConfig(*record);
 }
 
 }  // namespace vexa

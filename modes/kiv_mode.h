@@ -87,7 +87,6 @@ class KivMode {
                  const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
                  const std::shared_ptr<KivMode>& right, PaParts* pa);
   void StoreMergedPa(const PaParts& pa);
-  static void AssemblePa(const PaParts& pa, HwAssetPA* merged);
 
   std::shared_ptr<HwAssetMap> assets_;
   std::shared_ptr<KivModeDescr> descr_;
