@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "formats/hex_coding.h"
 #include "formats/json_text.h"
 #include "formats/keys.h"
@@ -17,13 +14,15 @@ bool IsDescrMember(const std::string& name) {
          name == keys::kWhitePoint || name == keys::kMergeId;
 }
 
-// Replaces each object or array member of `object` (but those `skip` names) by its hex text.
-void EncodeMembers(Json::Value& object, bool (*skip)(const std::string&)) {
+// Replaces each object or array member (but descriptor members) by the hex of its JSON text.
+void EncodeMembers(Json::Value& object) {
   if (!object.isObject()) return;
   for (const std::string& name : object.getMemberNames()) {
-    if (skip != nullptr && skip(name)) continue;
     Json::Value& member = object[name];
-    if (member.isObject() || member.isArray()) member = HexOf(member);
+    if (IsDescrMember(name) || !(member.isObject() || member.isArray())) continue;
+    std::string hex;
+    EncodeData(JsonToCompactText(member), hex);
+    member = hex;
   }
 }
 
@@ -31,58 +30,28 @@ void EncodeMembers(Json::Value& object, bool (*skip)(const std::string&)) {
 
 Json::Value ParseReadable(const std::string& text) {
   Json::Value value;
-  if (!PopulateJsonValue(text, value)) {
-    ADD_FAILURE() << "fixture is not valid JSON:\n" << text;
-    return Json::Value();
-  }
+  if (!PopulateJsonValue(text, value)) ADD_FAILURE() << "fixture is not valid JSON:\n" << text;
   return value;
 }
 
 std::string CompactText(const Json::Value& value) { return JsonToCompactText(value); }
 
-std::string HexOf(const Json::Value& document) {
-  std::string hex;
-  EncodeData(JsonToCompactText(document), hex);
-  return hex;
-}
-
 Json::Value EncodeModesFile(Json::Value readable, const std::string& panel_key) {
   if (!readable.isObject()) return readable;
-  if (readable.isMember(keys::kCommon)) EncodeMembers(readable[keys::kCommon], nullptr);
+  if (readable.isMember(keys::kCommon)) EncodeMembers(readable[keys::kCommon]);
   if (readable.isMember(panel_key) && readable[panel_key].isObject()) {
     Json::Value& panel = readable[panel_key];
-    for (const std::string& mode : panel.getMemberNames()) EncodeMembers(panel[mode], &IsDescrMember);
+    for (const std::string& mode : panel.getMemberNames()) EncodeMembers(panel[mode]);
   }
   return readable;
 }
 
-std::string ModesFileText(const Json::Value& readable, const std::string& panel_key) {
-  return JsonToCompactText(EncodeModesFile(readable, panel_key));
-}
-
 std::string ModesFileText(const std::string& readable, const std::string& panel_key) {
-  return ModesFileText(ParseReadable(readable), panel_key);
+  return JsonToCompactText(EncodeModesFile(ParseReadable(readable), panel_key));
 }
-
-std::string ModesFileText(const char* readable, const std::string& panel_key) {
-  return ModesFileText(std::string(readable), panel_key);
-}
-
-std::string RulesFileText(const Json::Value& readable) { return JsonToCompactText(readable); }
 
 std::string RulesFileText(const std::string& readable) {
-  return RulesFileText(ParseReadable(readable));
-}
-
-std::string RulesFileText(const char* readable) { return RulesFileText(std::string(readable)); }
-
-bool WriteTextFile(const std::string& path, const std::string& text) {
-  std::error_code error;
-  const std::filesystem::path parent = std::filesystem::path(path).parent_path();
-  if (!parent.empty()) std::filesystem::create_directories(parent, error);
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << text;
-  return static_cast<bool>(out.flush());
+  return JsonToCompactText(ParseReadable(readable));
 }
 
 }  // namespace vexa::testing
