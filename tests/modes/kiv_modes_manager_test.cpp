@@ -25,7 +25,7 @@ std::vector<std::string> Names(const KivModeList& modes) {
 }
 
 KivModeDescr Base(const std::string& name, int32_t intent = 258) {
-  return testing::Descr(name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, intent, 6500);
+  return KivModeDescr{name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, intent, "", 6500, kSdr, ""};
 }
 
 TEST(KivModesManagerTest, ModesAreDuplicatesExactlyWhenTheirSixIdentityFieldsAgree) {
@@ -88,10 +88,8 @@ TEST(KivModesManagerTest, TheModeListJsonHoldsDescriptorWordsAndHexEncodedAssets
   EXPECT_EQ(*empty.GetModeListJV(), ParseReadable(R"({"p": null})"));
 
   KivModesManager manager("p");
-  KivModeDescr odd = testing::Descr("Odd", static_cast<ColorPrimaries>(7), static_cast<GammaTransfer>(0), -5,
-                                    0, static_cast<DynamicRange>(0));
-  KivModeDescr max = testing::Descr("Max", ColorPrimaries_Max, Transfer_Max, 384, 4294967295u, kHdr, "m");
-  max.render_intent_name = "factory";
+  const KivModeDescr odd{"Odd", ColorPrimaries(7), GammaTransfer(0), -5, "", 0, DynamicRange(0), ""};
+  const KivModeDescr max{"Max", ColorPrimaries_Max, Transfer_Max, 384, "factory", 4294967295u, kHdr, "m"};
   manager.AddModeToList(ModeWithDescr(odd), false);
   manager.AddModeToList(ModeWithDescr(max), false);
   auto vivid = testing::ParseReadableMode("Vivid", R"({"Applicability": {"ColorPrimaries": "sRGB",

@@ -20,7 +20,7 @@ using namespace kiv_mode_merge_caps;
 using testing::LogCapture;
 
 KivModeDescr Pattern(const std::string& name) {
-  return testing::Descr(name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, 258, 6500, kSdr, "m");
+  return KivModeDescr{name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, 258, "", 6500, kSdr, "m"};
 }
 
 // A rule with every operation `op`, at merge version `version`.
@@ -65,15 +65,17 @@ TEST(ModeMergeTest, OperandsAreTheFirstMatchingFactoryAndWorkflowModes) {
       {{{"F", merge_id}}, {}, "", ""},
   };
   for (const auto& c : cases) {
-    KivModeList factory, workflow;
-    for (const auto& [name, change] : c.factory) factory.push_back(testing::ModeWithDescr(Pattern(name)));
-    for (const auto& [name, change] : c.workflow) workflow.push_back(testing::ModeWithDescr(Pattern(name)));
-    for (size_t i = 0; i < factory.size(); ++i) c.factory[i].second(*factory[i]->descr());
-    for (size_t i = 0; i < workflow.size(); ++i) c.workflow[i].second(*workflow[i]->descr());
+    KivModeList lists[2];
+    for (int side : {0, 1}) {
+      for (const auto& [name, change] : side == 0 ? c.factory : c.workflow) {
+        lists[side].push_back(testing::ModeWithDescr(Pattern(name)));
+        change(*lists[side].back()->descr());
+      }
+    }
     auto rule = Rule(kMergeOpIdentity);
     KivModesManager manager("panel");
     LogCapture log;
-    auto merged = manager.MergeModesFromList(nullptr, rule, factory, workflow);
+    auto merged = manager.MergeModesFromList(nullptr, rule, lists[0], lists[1]);
     const bool found_left = *c.left != '\0';
     const bool found_right = *c.right != '\0';
     EXPECT_EQ(log.Count(std::string("MergeModesFromList():43 Found applicable factory floor mode: ") + c.left),
