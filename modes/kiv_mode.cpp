@@ -21,7 +21,7 @@ namespace vexa {
 namespace {
 
 constexpr char kLogLabel[] = "VexaJsonModeParser::KivMode";
-// These two lines carry fixed line numbers that tools grep for.
+// Line numbers that these two messages always carry, so that existing log filters keep matching.
 constexpr int kDescrNullLine = 40;
 constexpr int kPaMergedNullLine = 177;
 
@@ -177,24 +177,13 @@ KivMode::KivMode(VexaKivInterface* intf, std::shared_ptr<KivModeMergeDef> rule,
     return;
   }
   if (!rule) return;
-  if (rule->descr) CopyMergedDescr(*rule->descr);
+  if (rule->descr) *descr_ = *rule->descr;  // named and classified by the rule, not the operands
   const uint16_t version = rule->version_context ? rule->version_context->version : 0;
   PaParts pa;
   for (kiv_mode_merge_caps::KivMergeable kind : kiv_mode_merge_caps::GetMergeables(version)) {
     MergeKind(kind, intf, *rule, left, right, &pa);
   }
   if (pa.any()) StoreMergedPa(pa);
-}
-
-void KivMode::CopyMergedDescr(const KivModeDescr& from) {
-  descr_->name = from.name;
-  descr_->gamma_transfer = from.gamma_transfer;
-  descr_->color_primaries = from.color_primaries;
-  descr_->render_intent = from.render_intent;
-  descr_->render_intent_name = from.render_intent_name;
-  descr_->dynamic_range = from.dynamic_range;
-  descr_->white_point = from.white_point;
-  descr_->merge_id = from.merge_id;
 }
 
 void KivMode::MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface* intf,

@@ -81,8 +81,7 @@ class KivMode {
   std::shared_ptr<Asset> GetAsset(const char* key) const;
   void PutAsset(const char* key, std::shared_ptr<HwAsset> asset);
 
-  // Merging: the rule's descriptor, one block per mergeable kind, the PA parts assembled last.
-  void CopyMergedDescr(const KivModeDescr& from);
+  // Merging: one block per mergeable kind, the PA parts assembled last.
   void MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface* intf,
                  const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
                  const std::shared_ptr<KivMode>& right, PaParts* pa);

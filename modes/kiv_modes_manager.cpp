@@ -12,7 +12,7 @@ namespace vexa {
 namespace {
 
 constexpr char kLogLabel[] = "VexaJsonModeParser::KivModesManager";
-// Tools grep these lines by their fixed numbers.
+// Line numbers that these messages always carry, so that existing log filters keep matching.
 constexpr int kAddedLine = 100;
 constexpr int kSetFactoryLine = 110;
 constexpr int kFoundFactoryLine = 43;
