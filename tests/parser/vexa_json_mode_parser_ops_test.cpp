@@ -319,9 +319,9 @@ TEST_F(OpsTest, DitherConfigFollowsTheModeLastAppliedByRenderIntent) {
 TEST_F(OpsTest, ModesListIsAppendedToTheCallersList) {
   ColorModeList list{kColorModeListVersion, {ColorMode{7, 7, 7, {}, "caller's"}}};
   ASSERT_EQ(GetModes(*parser_, &list), 0);
-  ASSERT_EQ(list.modes.size(), 6u);
+  ASSERT_EQ(list.modes.size(), 7u);
   EXPECT_EQ(list.modes[0].render_intent_name, "caller's");
-  const ColorMode& vivid = list.modes[4];
+  const ColorMode& vivid = list.modes[5];
   EXPECT_EQ(vivid.render_intent_name, "vivid");
   EXPECT_EQ(vivid.hw_assets, kVividAssets);
   EXPECT_EQ(std::make_tuple(vivid.gamut, vivid.gamma, vivid.intent), std::make_tuple(1, 1, 2));

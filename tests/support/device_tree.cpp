@@ -45,6 +45,10 @@ std::string DeviceTree::HostPath(const std::string& device_path) const {
   return root_.path() + device_path;
 }
 
+void DeviceTree::MakeDirectory(const std::string& device_path) const {
+  std::filesystem::create_directories(HostPath(device_path));
+}
+
 void DeviceTree::Write(const std::string& device_path, const std::string& text) const {
   const std::filesystem::path path = HostPath(device_path);
   std::filesystem::create_directories(path.parent_path());

@@ -41,6 +41,7 @@ class DeviceTree {
   DeviceTree();
 
   std::string HostPath(const std::string& device_path) const;
+  void MakeDirectory(const std::string& device_path) const;
   // Writes the file, creating its directories.
   void Write(const std::string& device_path, const std::string& text) const;
   bool Exists(const std::string& device_path) const;

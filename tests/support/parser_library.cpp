@@ -5,6 +5,18 @@
 #include <filesystem>
 
 namespace vexa::testing {
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kDlopenIntercepted = true;
+#elif defined(__has_feature)
+constexpr bool kDlopenIntercepted =
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+constexpr bool kDlopenIntercepted = false;
+#endif
+
+}  // namespace
 
 const char kParserLibraryPath[] = VEXA_PARSER_LIBRARY_PATH;
 const char kTestAlgoLibraryPath[] = VEXA_TEST_ALGO_LIBRARY_PATH;
@@ -34,7 +46,14 @@ LibraryStage::LibraryStage(const std::string& algo_source) {
   namespace fs = std::filesystem;
   const fs::path parser(kParserLibraryPath);
   fs::copy_file(parser, fs::path(dir_.path()) / parser.filename());
-  if (!algo_source.empty()) fs::copy_file(algo_source, fs::path(dir_.path()) / kAlgoLibraryName);
+  if (algo_source.empty()) return;
+  const fs::path algo = fs::path(dir_.path()) / kAlgoLibraryName;
+  fs::copy_file(algo_source, algo);
+  if (kDlopenIntercepted) preloaded_algo_ = dlopen(algo.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+LibraryStage::~LibraryStage() {
+  if (preloaded_algo_ != nullptr) dlclose(preloaded_algo_);
 }
 
 std::string LibraryStage::parser_path() const {
@@ -48,6 +67,12 @@ bool AlgoLibraryLoaded() {
   if (handle == nullptr) return false;
   dlclose(handle);
   return true;
+}
+
+AlgoLibraryHold::AlgoLibraryHold() : handle_(dlopen(kAlgoLibraryName, RTLD_NOW | RTLD_NOLOAD)) {}
+
+AlgoLibraryHold::~AlgoLibraryHold() {
+  if (handle_ != nullptr) dlclose(handle_);
 }
 
 std::optional<TestAlgoCounters> AlgoCounters() {

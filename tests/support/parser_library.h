@@ -47,17 +47,38 @@ class ParserLibrary {
 
 // A directory with a copy of the parser library and, when `algo_source` is given, a copy of that
 // library named libvexa-algo.so beside it, where the parser's RUNPATH ($ORIGIN) finds it.
+//
+// Sanitizer runtimes intercept dlopen, and the loader then searches the executable's RUNPATH
+// instead of the asking library's. In such builds the stage opens the algorithm library itself,
+// by path, until it goes: the parser's open by name then finds it loaded under its soname.
 class LibraryStage {
  public:
   explicit LibraryStage(const std::string& algo_source);
+  ~LibraryStage();
+  LibraryStage(const LibraryStage&) = delete;
+  LibraryStage& operator=(const LibraryStage&) = delete;
+
   std::string parser_path() const;
 
  private:
   TempDir dir_;
+  void* preloaded_algo_ = nullptr;
 };
 
 // True while a library opened as libvexa-algo.so is mapped in the process.
 bool AlgoLibraryLoaded();
+// Keeps the loaded algorithm library mapped while the object lives, so that its counters survive
+// a parser closing and reopening it.
+class AlgoLibraryHold {
+ public:
+  AlgoLibraryHold();
+  ~AlgoLibraryHold();
+  AlgoLibraryHold(const AlgoLibraryHold&) = delete;
+  AlgoLibraryHold& operator=(const AlgoLibraryHold&) = delete;
+
+ private:
+  void* handle_;
+};
 // The test algorithm library's counters while it is loaded.
 std::optional<TestAlgoCounters> AlgoCounters();
 
