@@ -111,9 +111,11 @@ class HwAssetBase : public HwAsset {
 
   // The merge of ops 1 (left) and 2 (right), and identity for any other op but the ones a
   // derived class handles itself. Call from the derived merge constructor's body, where
-  // SetIdentity already dispatches to the derived class.
+  // SetIdentity already dispatches to the derived class. `merge_name` names the merge in the
+  // error line (an asset with several merges passes the one at hand).
   void MergeFromOperands(uint32_t op, const std::shared_ptr<Derived>& left,
-                         const std::shared_ptr<Derived>& right) {
+                         const std::shared_ptr<Derived>& right,
+                         const char* merge_name = Derived::kMergeName) {
     using namespace kiv_mode_merge_caps;
     if (op != kMergeOpLeftOperand && op != kMergeOpRightOperand) {
       derived().SetIdentity();
@@ -123,7 +125,7 @@ class HwAssetBase : public HwAsset {
     const std::shared_ptr<Derived>& source = take_left ? left : right;
     if (!source) {
       VKR_LOGE_AT(Derived::kLogLabel, Derived::kClassName, __LINE__,
-                  "%s Merge Error: Source (%s operand) is empty", Derived::kMergeName,
+                  "%s Merge Error: Source (%s operand) is empty", merge_name,
                   take_left ? "left" : "right");
       derived().SetIdentity();
       return;

@@ -1,6 +1,6 @@
 #include "formats/common_data.h"
 
-#include <cstring>
+#include <string>
 #include <vector>
 
 #include "formats/decimal_list.h"
@@ -13,25 +13,48 @@ namespace {
 
 constexpr char kLogLabel[] = "VexaJsonModeParser::HwAssetsCommonData";
 
-// The count of a section's "numEntries": a signed count, so values above 2^31 read as none.
-bool ReadCount(const Json::Value& section, const char* section_name, int64_t* count) {
-  JsonFieldReader reader(section, kLogLabel);
-  ScopedJsonContext where(std::string("\"") + keys::kCommon + "\".\"" + section_name + "\"");
-  const uint32_t value = reader.Uint(keys::kNumEntries);
-  *count = static_cast<int32_t>(value);
+// Where a list stands in "Common", for error lines: "PostBlendIGC"."Custom"."a"."lutR".
+std::string ListPath(const char* section, const char* group, const std::string& name,
+                     const char* channel) {
+  std::string path = std::string("\"") + section + "\".\"" + group + "\".\"" + name + "\"";
+  if (channel != nullptr) path += std::string(".\"") + channel + "\"";
+  return path;
+}
+
+// One section's members and the entry count that every table of the section shares.
+struct Section {
+  const char* name = nullptr;  // "PostBlendIGC", "PostBlendGC" or "PostBlendGamut"
+  const Json::Value* predefined = nullptr;
+  const Json::Value* custom = nullptr;
+  int64_t count = 0;  // "numEntries" taken as a signed count: below 1 reads no values
+};
+
+// The section's count and sub-sections ("Predefined" only when the section has one); false when
+// the section is absent, or (with an error line naming the member) when one of them has the wrong
+// type, which refuses every table of the section.
+bool ReadSection(const Json::Value& common, const char* name, bool with_predefined,
+                 Section* section) {
+  const Json::Value* json = FindMember(common, name);
+  if (json == nullptr || json->isNull()) return false;
+  ScopedJsonContext where(std::string("\"") + keys::kCommon + "\".\"" + name + "\"");
+  JsonFieldReader reader(*json, kLogLabel, "HwAssetsCommonData");
+  section->name = name;
+  section->count = static_cast<int32_t>(reader.Uint(keys::kNumEntries));
+  if (with_predefined) section->predefined = &reader.Object(keys::kPredefined);
+  section->custom = &reader.Object(keys::kCustom);
   return reader.ok();
 }
 
-// One channel list of `count` values; false (with an error line) when the text cannot give them.
-bool ReadChannel(const Json::Value& text, int64_t count, const std::string& table,
-                 const char* section, std::vector<uint32_t>* out) {
-  if (count < 1) {
-    out->clear();
-    return true;
-  }
+// Exactly `count` numbers of the list `text` into `out`; false (with an error line naming the
+// list) when `text` is not a string or does not hold them. A missing list reads as empty text,
+// which is enough for a count below 1.
+bool ReadList(const Json::Value& text, int64_t count, const std::string& path,
+              std::vector<uint32_t>* out) {
+  out->clear();
+  if (count < 1 && (text.isNull() || text.isString())) return true;
   if (!text.isString()) {
-    VKR_LOGE("Common %s table %s: expected a string of %lld comma-separated numbers, found %s",
-             section, table.c_str(), static_cast<long long>(count), JsonTypeName(text));
+    VKR_LOGE("Common table %s: expected a string of %lld comma-separated numbers, found %s; "
+             "table not stored", path.c_str(), static_cast<long long>(count), JsonTypeName(text));
     return false;
   }
   const char* begin = nullptr;
@@ -39,11 +62,17 @@ bool ReadChannel(const Json::Value& text, int64_t count, const std::string& tabl
   text.getString(&begin, &end);
   if (!ParseDecimalList(std::string_view(begin, static_cast<size_t>(end - begin)),
                         static_cast<size_t>(count), out)) {
-    VKR_LOGE("Common %s table %s: fewer than %lld decimal numbers, or a field that is not one; "
-             "table not stored", section, table.c_str(), static_cast<long long>(count));
+    VKR_LOGE("Common table %s: fewer than %lld decimal numbers, or a field that is not one; "
+             "table not stored", path.c_str(), static_cast<long long>(count));
     return false;
   }
   return true;
+}
+
+const Json::Value& MemberOrNull(const Json::Value& object, const char* key) {
+  static const Json::Value kNull;
+  const Json::Value* member = FindMember(object, key);
+  return member == nullptr ? kNull : *member;
 }
 
 std::shared_ptr<GammaPostBlendConfig> NewGammaTable() {
@@ -52,85 +81,90 @@ std::shared_ptr<GammaPostBlendConfig> NewGammaTable() {
   return table;
 }
 
-void ReadPredefinedGamma(const Json::Value& predefined, int64_t count, const char* section,
-                         HwAssetsCommonData::GammaTables* tables) {
-  for (const std::string& name : MemberNames(predefined)) {
+// "Predefined": one list per table, used for all three channels.
+void ReadPredefinedGamma(const Section& section, HwAssetsCommonData::GammaTables* tables) {
+  if (section.predefined == nullptr) return;
+  for (const std::string& name : MemberNames(*section.predefined)) {
     auto table = NewGammaTable();
-    if (!ReadChannel(predefined[name], count, name, section, &table->lut_r)) continue;
+    const std::string path = ListPath(section.name, keys::kPredefined, name, nullptr);
+    if (!ReadList((*section.predefined)[name], section.count, path, &table->lut_r)) continue;
     table->lut_g = table->lut_r;
     table->lut_b = table->lut_r;
     (*tables)[name] = std::move(table);
   }
 }
 
-void ReadCustomGamma(const Json::Value& custom, int64_t count, const char* section,
-                     HwAssetsCommonData::GammaTables* tables) {
-  for (const std::string& name : MemberNames(custom)) {
-    const Json::Value& channels = custom[name];
-    auto table = NewGammaTable();
-    const Json::Value* r = FindMember(channels, keys::kDitherLutR);
-    const Json::Value* g = FindMember(channels, keys::kDitherLutG);
-    const Json::Value* b = FindMember(channels, keys::kDitherLutB);
-    static const Json::Value kNull;
-    if (!ReadChannel(r ? *r : kNull, count, name, section, &table->lut_r) ||
-        !ReadChannel(g ? *g : kNull, count, name, section, &table->lut_g) ||
-        !ReadChannel(b ? *b : kNull, count, name, section, &table->lut_b)) {
+// "Custom": one list per channel; read after "Predefined", so it replaces a table of the same name.
+void ReadCustomGamma(const Section& section, HwAssetsCommonData::GammaTables* tables) {
+  for (const std::string& name : MemberNames(*section.custom)) {
+    const Json::Value& channels = (*section.custom)[name];
+    if (!channels.isObject() && !channels.isNull()) {
+      VKR_LOGE("Common table %s: expected an object of channel lists, found %s; table not stored",
+               ListPath(section.name, keys::kCustom, name, nullptr).c_str(), JsonTypeName(channels));
       continue;
     }
-    (*tables)[name] = std::move(table);
+    auto table = NewGammaTable();
+    const struct {
+      const char* key;
+      std::vector<uint32_t>* lut;
+    } kChannels[] = {{keys::kDitherLutR, &table->lut_r},
+                     {keys::kDitherLutG, &table->lut_g},
+                     {keys::kDitherLutB, &table->lut_b}};
+    bool complete = true;
+    for (const auto& channel : kChannels) {
+      const std::string path = ListPath(section.name, keys::kCustom, name, channel.key);
+      complete = complete && ReadList(MemberOrNull(channels, channel.key), section.count, path,
+                                      channel.lut);
+    }
+    if (complete) (*tables)[name] = std::move(table);
   }
 }
 
-void ReadGammaSection(const Json::Value& common, const char* section,
+void ReadGammaSection(const Json::Value& common, const char* name,
                       HwAssetsCommonData::GammaTables* tables) {
-  const Json::Value* gamma = FindMember(common, section);
-  if (gamma == nullptr || gamma->isNull()) return;
-  int64_t count = 0;
-  if (!ReadCount(*gamma, section, &count)) return;
-  if (const Json::Value* predefined = FindMember(*gamma, keys::kPredefined)) {
-    ReadPredefinedGamma(*predefined, count, section, tables);
-  }
-  if (const Json::Value* custom = FindMember(*gamma, keys::kCustom)) {
-    ReadCustomGamma(*custom, count, section, tables);
-  }
+  Section section;
+  if (!ReadSection(common, name, /*with_predefined=*/true, &section)) return;
+  ReadPredefinedGamma(section, tables);
+  ReadCustomGamma(section, tables);
 }
 
-bool ReadGamutTable(const Json::Value& text, int64_t count, const std::string& name,
+// One 3D table: `count` entries of three outputs each, at most the record's capacity.
+bool ReadGamutTable(const Json::Value& text, int64_t count, const std::string& path,
                     GamutConfig* table) {
-  table->len = kGamutConfigLen;
-  table->grid_mode = 1;
   if (count > static_cast<int64_t>(kGamutEntries)) {
-    VKR_LOGE("Common 3DLUT table %s: %lld entries exceed the capacity of %u; table not stored",
-             name.c_str(), static_cast<long long>(count), kGamutEntries);
+    VKR_LOGE("Common table %s: %lld entries exceed the capacity of %u; table not stored",
+             path.c_str(), static_cast<long long>(count), kGamutEntries);
     return false;
   }
   std::vector<uint32_t> values;
-  if (!ReadChannel(text, count < 1 ? 0 : count * 3, name, keys::kPostBlendGamut, &values)) return false;
+  if (!ReadList(text, count < 1 ? 0 : count * 3, path, &values)) return false;
   const size_t entries = values.size() / 3;
   for (size_t i = 0; i < entries; ++i) {
     table->entries[i].out_0 = values[3 * i];
     table->entries[i].out_1 = values[3 * i + 1];
     table->entries[i].out_2 = values[3 * i + 2];
   }
+  table->len = kGamutConfigLen;
+  table->grid_mode = 1;
   table->num_entries = static_cast<uint32_t>(entries);
   table->enable = true;
   return true;
 }
 
+// 3D tables come from "Custom" only; a "Predefined" member is ignored.
 void ReadGamutSection(const Json::Value& common, HwAssetsCommonData::GamutTables* tables) {
-  const Json::Value* gamut = FindMember(common, keys::kPostBlendGamut);
-  if (gamut == nullptr || gamut->isNull()) return;
-  const Json::Value* custom = FindMember(*gamut, keys::kCustom);
-  if (custom == nullptr || custom->isNull()) return;
-  int64_t count = 0;
-  if (!ReadCount(*gamut, keys::kPostBlendGamut, &count)) return;
-  for (const std::string& name : MemberNames(*custom)) {
-    auto table = std::make_shared<GamutConfig>();
-    std::memset(table.get(), 0, sizeof(GamutConfig));
-    if (ReadGamutTable((*custom)[name], count, name, table.get())) (*tables)[name] = std::move(table);
+  Section section;
+  if (!ReadSection(common, keys::kPostBlendGamut, /*with_predefined=*/false, &section)) return;
+  for (const std::string& name : MemberNames(*section.custom)) {
+    auto table = std::make_shared<GamutConfig>();  // value-initialised: every entry zero
+    const std::string path = ListPath(section.name, keys::kCustom, name, nullptr);
+    if (ReadGamutTable((*section.custom)[name], section.count, path, table.get())) {
+      (*tables)[name] = std::move(table);
+    }
   }
 }
 
+// A map subscript: an unknown name is remembered with an empty entry.
 template <typename Tables>
 typename Tables::mapped_type LookUp(Tables* tables, const std::string& name) {
   return (*tables)[name];

@@ -20,6 +20,9 @@ bool DecimalListReader::Next(uint32_t* value) {
   while (start < field_end && IsBlank(text_[start])) ++start;
   // Fail for good: a bad field poisons the rest of the list.
   pos_ = text_.size() + 1;
+  // A plus sign is accepted as the C library's conversion accepts it; a minus sign is not, as
+  // no negative number belongs in an unsigned table.
+  if (start < field_end && text_[start] == '+') ++start;
   if (start == field_end) return false;
   const char* first = text_.data() + start;
   const char* last = text_.data() + field_end;

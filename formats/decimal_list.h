@@ -1,6 +1,7 @@
 // Comma-separated lists of unsigned decimal numbers, as the shared tables, the inline gamut
-// tables and the six-zone curves hold them. Each field may begin with blanks, must then begin with
-// a digit, and ends at its first non-digit (the rest of the field, up to the comma, is skipped).
+// tables and the six-zone curves hold them. Each field may begin with blanks and a '+', must then
+// begin with a digit, and ends at its first non-digit (the rest of the field, up to the comma, is
+// skipped). A '-' sign, an empty field or a number above 32 bits is malformed.
 #ifndef VEXA_FORMATS_DECIMAL_LIST_H_
 #define VEXA_FORMATS_DECIMAL_LIST_H_
 

@@ -1,7 +1,10 @@
 #include "formats/file_utils.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -17,10 +20,40 @@ constexpr char kLogLabel[] = "VexaJsonModeParser::Utils";
 
 std::shared_ptr<std::string> EmptyText() { return std::make_shared<std::string>(); }
 
-// Writes all of `data` to `file`; false on any short write.
-bool WriteAll(FILE* file, const char* data, size_t size) {
-  return std::fwrite(data, 1, size, file) == size && std::fflush(file) == 0 &&
-         fsync(fileno(file)) == 0;
+// Writes all of `data` to `fd` and flushes it to the device; false on any failure.
+bool WriteAllAndSync(int fd, const char* data, size_t size) {
+  while (size > 0) {
+    const ssize_t written = write(fd, data, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    data += written;
+    size -= static_cast<size_t>(written);
+  }
+  return fsync(fd) == 0;
+}
+
+// Creates a new, empty temporary file beside `path` and opens it for writing; -1 on failure.
+// The mode is 0666 less the umask, as for a file that fopen creates.
+int CreateTemporaryBeside(const std::string& path, std::string* temp_path) {
+  static std::atomic<unsigned> counter{0};
+  constexpr int kAttempts = 16;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    *temp_path = path + ".tmp." + std::to_string(getpid()) + "." + std::to_string(counter++);
+    const int fd = open(temp_path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd >= 0 || errno != EEXIST) return fd;
+  }
+  return -1;
+}
+
+// Makes a rename in the directory of `path` durable; a failure here costs durability only.
+void SyncDirectoryOf(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  std::string directory = ".";
+  if (slash != std::string::npos) directory = (slash == 0) ? "/" : path.substr(0, slash);
+  const int fd = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return;
+  fsync(fd);
+  close(fd);
 }
 
 }  // namespace
@@ -63,22 +96,18 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
 
 bool WriteToFile(const std::string& path, const std::shared_ptr<std::string>& contents) {
   const std::string host_path = MapDevicePath(path);
-  std::string temp_path = host_path + ".tmp.XXXXXX";
-  const int fd = mkstemp(temp_path.data());
+  std::string temp_path;
+  const int fd = CreateTemporaryBeside(host_path, &temp_path);
   if (fd < 0) return false;
-  FILE* file = fdopen(fd, "w");
-  if (file == nullptr) {
-    close(fd);
-    unlink(temp_path.c_str());
-    return false;
-  }
+  // The contents end at their first zero byte.
   const char* data = contents ? contents->c_str() : "";
-  const bool written = WriteAll(file, data, std::strlen(data));
-  const bool closed = std::fclose(file) == 0;
+  const bool written = WriteAllAndSync(fd, data, std::strlen(data));
+  const bool closed = close(fd) == 0;
   if (!written || !closed || std::rename(temp_path.c_str(), host_path.c_str()) != 0) {
     unlink(temp_path.c_str());
     return false;
   }
+  SyncDirectoryOf(host_path);
   return true;
 }
 

@@ -12,7 +12,8 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path);
 
 // Replaces the file with `contents` up to their first zero byte. The new text goes to a temporary
 // file in the same directory that is then renamed over the old one, so a crash or a full disk
-// never leaves a truncated file behind. Returns whether the file now holds the contents.
+// never leaves a truncated file behind. A new file gets mode 0666 less the umask, as fopen gives.
+// Returns whether the file now holds the contents; on failure no temporary file is left.
 bool WriteToFile(const std::string& path, const std::shared_ptr<std::string>& contents);
 
 // True when the file can be opened for reading.

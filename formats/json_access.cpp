@@ -1,5 +1,8 @@
 #include "formats/json_access.h"
 
+#include <cmath>
+#include <limits>
+
 #include "platform/log.h"
 
 namespace vexa {
@@ -57,18 +60,19 @@ const char* JsonTypeName(const Json::Value& value) {
 }
 
 void LogWrongType(const char* log_label, const char* member, const char* expected,
-                  const Json::Value& found) {
+                  const Json::Value& found, const char* function) {
   std::string where = JsonContextSuffix();
   std::string found_text = JsonTypeName(found);
   if (found.isNumeric()) found_text += " out of range";
-  VKR_LOGE_AT(log_label, "SetConfig", __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
+  VKR_LOGE_AT(log_label, function, __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
               where.c_str(), expected, found_text.c_str());
 }
 
-JsonFieldReader::JsonFieldReader(const Json::Value& object, const char* log_label)
-    : object_(object), log_label_(log_label) {
+JsonFieldReader::JsonFieldReader(const Json::Value& object, const char* log_label,
+                                 const char* function)
+    : object_(object), log_label_(log_label), function_(function) {
   if (!object_.isObject() && !object_.isNull()) {
-    LogWrongType(log_label_, "(section)", "object", object_);
+    LogWrongType(log_label_, "(section)", "object", object_, function_);
     ok_ = false;
   }
 }
@@ -83,7 +87,7 @@ const Json::Value& JsonFieldReader::Raw(const char* key) const {
 bool JsonFieldReader::Convertible(const Json::Value& value, Json::ValueType type,
                                   const char* member, const char* expected) {
   if (value.isConvertibleTo(type)) return true;
-  LogWrongType(log_label_, member, expected, value);
+  LogWrongType(log_label_, member, expected, value, function_);
   ok_ = false;
   return false;
 }
@@ -105,7 +109,14 @@ double JsonFieldReader::Double(const char* key) {
 
 float JsonFieldReader::Float(const char* key) {
   const Json::Value& value = Raw(key);
-  return Convertible(value, Json::realValue, key, "number") ? value.asFloat() : 0.0f;
+  if (!Convertible(value, Json::realValue, key, "number")) return 0.0f;
+  // A double beyond float's range has no float value (converting it is undefined).
+  if (std::fabs(value.asDouble()) > std::numeric_limits<float>::max()) {
+    LogWrongType(log_label_, key, "number", value);
+    ok_ = false;
+    return 0.0f;
+  }
+  return value.asFloat();
 }
 
 bool JsonFieldReader::Bool(const char* key) {
@@ -121,7 +132,7 @@ std::string JsonFieldReader::String(const char* key) {
 const Json::Value& JsonFieldReader::Array(const char* key) {
   const Json::Value& value = Raw(key);
   if (value.isNull() || value.isArray()) return value;
-  LogWrongType(log_label_, key, "array", value);
+  LogWrongType(log_label_, key, "array", value, function_);
   ok_ = false;
   return NullValue();
 }
@@ -129,7 +140,7 @@ const Json::Value& JsonFieldReader::Array(const char* key) {
 const Json::Value& JsonFieldReader::Object(const char* key) {
   const Json::Value& value = Raw(key);
   if (value.isNull() || value.isObject()) return value;
-  LogWrongType(log_label_, key, "object", value);
+  LogWrongType(log_label_, key, "object", value, function_);
   ok_ = false;
   return NullValue();
 }

@@ -41,15 +41,17 @@ std::string JsonContextSuffix();
 // The JSON type name used in error lines ("string", "array", ...).
 const char* JsonTypeName(const Json::Value& value);
 
-// Logs the refusal of a member whose type is wrong.
+// Logs the refusal of a member whose type is wrong, as a line of `function` (the function that
+// reads the unit: an asset's SetConfig unless the caller names another).
 void LogWrongType(const char* log_label, const char* member, const char* expected,
-                  const Json::Value& found);
+                  const Json::Value& found, const char* function = "SetConfig");
 
 class JsonFieldReader {
  public:
   // `object` must outlive the reader. A value that is neither an object nor null refuses the unit
-  // at once (every read then gives its default).
-  JsonFieldReader(const Json::Value& object, const char* log_label);
+  // at once (every read then gives its default). Error lines carry `log_label` and `function`.
+  JsonFieldReader(const Json::Value& object, const char* log_label,
+                  const char* function = "SetConfig");
 
   bool Has(const char* key) const;
   uint32_t Uint(const char* key);
@@ -80,6 +82,7 @@ class JsonFieldReader {
 
   const Json::Value& object_;
   const char* log_label_;
+  const char* function_;
   bool ok_ = true;
 };
 

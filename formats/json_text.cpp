@@ -1,5 +1,7 @@
 #include "formats/json_text.h"
 
+#include <algorithm>
+
 // The old Reader and FastWriter are jsoncpp's deprecated classes, kept for their exact
 // behaviour: strict mode as the files were always read, and the one-line form they were written in.
 #pragma GCC diagnostic push
@@ -8,7 +10,7 @@
 namespace vexa {
 
 size_t JsonNestingDepth(std::string_view text) {
-  size_t depth = 0;
+  size_t depth = 0;  // containers open at this point
   size_t deepest = 0;
   bool in_string = false;
   bool escaped = false;
@@ -24,16 +26,28 @@ size_t JsonNestingDepth(std::string_view text) {
       continue;
     }
     switch (c) {
-      case '"': in_string = true; break;
+      case ' ':
+      case '\t':
+      case '\n':
+      case '\r':
+        break;
       case '[':
       case '{':
-        if (++depth > deepest) deepest = depth;
+        deepest = std::max(deepest, ++depth);
         break;
       case ']':
       case '}':
-        if (depth > 0) --depth;
+        // The root container is closed (or the text is malformed): the reader stops here.
+        if (depth <= 1) return deepest;
+        --depth;
         break;
-      default: break;
+      default:
+        // A scalar root holds no nesting; anything else inside a container belongs to a member
+        // one level down.
+        if (depth == 0) return deepest;
+        deepest = std::max(deepest, depth + 1);
+        if (c == '"') in_string = true;
+        break;
     }
   }
   return deepest;

@@ -11,8 +11,9 @@
 
 namespace vexa {
 
-// Deepest nesting of arrays and objects that the reader is handed; deeper text is refused
-// without parsing (the reader itself would throw, or abort where built without exceptions).
+// Deepest value level that the reader is handed (the root is level 1, the members of a container
+// at level L stand at L + 1). The reader throws beyond it, or aborts where jsoncpp is built
+// without exceptions, so deeper text is refused before the reader sees it.
 constexpr size_t kMaxJsonNesting = 1000;
 
 // The value as compact one-line JSON ending in a newline (jsoncpp's FastWriter form).
@@ -23,7 +24,9 @@ std::string JsonToCompactText(const Json::Value& value);
 // member keeps the last value and text after the root is ignored. False when it does not parse.
 bool PopulateJsonValue(const std::string& text, Json::Value& value);
 
-// The deepest nesting of arrays and objects in `text`, outside strings.
+// The level of the deepest value of the root container in `text`, as the reader counts it: a
+// container nested k deep is at level k, anything inside it at k + 1. An empty container adds no
+// level. Text after the root container is not looked at (the reader ignores it as well).
 size_t JsonNestingDepth(std::string_view text);
 
 }  // namespace vexa

@@ -86,7 +86,7 @@ const VersionKey* FindVersionKey(const std::string& name) {
 std::shared_ptr<KivModeMergeVersionContext> GetModeMergeVersionContext(Json::Value mode_merge) {
   auto context = std::make_shared<KivModeMergeVersionContext>();
   ScopedJsonContext where(std::string("\"") + keys::kModeMerge + "\"");
-  JsonFieldReader block(mode_merge, kLogLabel);
+  JsonFieldReader block(mode_merge, kLogLabel, __func__);
   for (const std::string& name : MemberNames(mode_merge)) {
     const VersionKey* entry = FindVersionKey(name);
     if (entry == nullptr) continue;
@@ -94,7 +94,7 @@ std::shared_ptr<KivModeMergeVersionContext> GetModeMergeVersionContext(Json::Val
     if (name == keys::kVersion) {
       value = block.Uint(keys::kVersion);
     } else {
-      JsonFieldReader op_block(block.Object(entry->key), kLogLabel);
+      JsonFieldReader op_block(block.Object(entry->key), kLogLabel, __func__);
       value = op_block.Uint(keys::kVersion);
       if (!op_block.ok()) block.Refuse();
     }

@@ -19,7 +19,8 @@ namespace vexa {
 uint32_t LogLevel();
 // Sets the level (tests and host tools; the library reads the property once at load).
 void SetLogLevel(uint32_t level);
-// Reads "vendor.display.kivloglevel": "0", "1" or "2" give that level, anything else 1.
+// Reads "vendor.display.kivloglevel": a decimal 0, 1 or 2 gives that level (leading zeros allowed,
+// so "01" is 1); anything else (unset, empty, "3", blanks, signs, trailing text) gives 1.
 uint32_t ReadLogLevelProperty();
 
 constexpr char kLogTag[] = "VKR";

@@ -175,93 +175,101 @@ struct PccConfig {  // "PostBlendPCC", len 280
 
 // Picture adjustment ("PostBlendPa", len 15752). After len and enable: the feature-flag word ops
 // (kPa* bits below), a reserved 64-bit word, then the global adjustments, the three memory-colour
-// regions (skin, sky, foliage) and the six-zone section.
+// regions (skin, sky, foliage) and the six-zone section. Comments name the JSON member of each
+// field. Flags stored as uint32_t hold 0 or 1.
 constexpr uint32_t kPaSixZoneEntries = 384;
 
 enum PaFeatureBits : uint32_t {
-  kPaGlobal = 0x1,
-  kPaMemColHueProtect = 0x2,
-  kPaMemColSatProtect = 0x4,
-  kPaMemColValProtect = 0x8,
-  kPaMemColContrastProtect = 0x10,
-  kPaMemColSkin = 0x20,
-  kPaMemColSky = 0x40,
-  kPaMemColFoliage = 0x80,
-  kPaSixZone = 0x100,
-  kPaMemColSixZoneProtect = 0x200,
-  kPaMemColBlendDisable = 0x400,
+  kPaGlobal = 0x1,                  // a global value is non-zero
+  kPaMemColHueProtect = 0x2,        // some region's "hue" protects
+  kPaMemColSatProtect = 0x4,        // some region's "sat" protects
+  kPaMemColValProtect = 0x8,        // some region's "val" protects
+  kPaMemColContrastProtect = 0x10,  // some region has "protectContrast"
+  kPaMemColSkin = 0x20,             // "MemColSkin" enabled
+  kPaMemColSky = 0x40,              // "MemColSky" enabled
+  kPaMemColFoliage = 0x80,          // "MemColFol" enabled
+  kPaSixZone = 0x100,               // "SixZone" enabled
+  kPaMemColSixZoneProtect = 0x200,  // some region has "protectVsSixZone"
+  kPaMemColBlendDisable = 0x400,    // some region has "blendingEnable" false
 };
 
-// One component (hue, saturation or value) of a memory-colour region. The hue component uses the
-// integer fields, saturation and value the floating-point ones; trapezoid_edge_type is bit 0 for
-// a sloped left edge and bit 1 for a sloped right edge.
-struct PaMemColComponent {
-  int32_t adj_int;
-  int32_t min_int;
-  int32_t max_int;
-  float adj;
-  float min;
-  float max;
-  uint32_t mid;
-  uint32_t protect;
-  uint32_t trapezoid_edge_type;
+// Trapezoid edge type of a range: bit 0 set for a sloped left edge, bit 1 for a sloped right
+// edge ("SLOPE"); a clear bit is a step ("STEP").
+constexpr uint32_t kPaEdgeLeftSlope = 0x1;
+constexpr uint32_t kPaEdgeRightSlope = 0x2;
+
+struct PaGlobalAdjust {  // top-level members of the PA section
+  int32_t hue;           // "hue"
+  float sat;             // "sat"
+  float val;             // "val"
+  float cont;            // "cont"
+  float sat_thresh;      // "satThresh"
 };
 
-struct PaMemColRegion {
-  uint32_t enable;
-  uint32_t protect_contrast;
-  uint32_t protect_vs_six_zone;
-  uint32_t blending_enable;
-  PaMemColComponent hue;
-  PaMemColComponent sat;
-  PaMemColComponent val;
+struct PaMemColHue {  // "hue" object of a memory-colour region
+  int32_t adj;        // "adj"
+  int32_t min;        // "min"
+  int32_t max;        // "max"
+  uint32_t mid;       // "mid"
+  uint32_t protect;   // "protect"
 };
 
-struct PaGlobalAdjust {
-  int32_t hue;
-  float sat;
-  float val;
-  float cont;
-  float sat_thresh;
+struct PaMemColRange {           // "sat" or "val" object of a memory-colour region
+  float adj;                     // "adj"
+  float min;                     // "min"
+  float max;                     // "max"
+  uint32_t mid;                  // "mid"
+  uint32_t protect;              // "protect"
+  uint32_t trapezoid_edge_type;  // "trapezoidEdgeLeft" / "trapezoidEdgeRight"
 };
 
-struct PaSixZoneEntry {
-  uint32_t hue;
-  uint32_t sat;
-  uint32_t val;
-  uint32_t sat_mid;
-  uint32_t sat_high;
+struct PaMemColRegion {          // "MemColSkin", "MemColSky" or "MemColFol"
+  uint32_t enable;               // "enable"
+  uint32_t protect_contrast;     // "protectContrast"
+  uint32_t protect_vs_six_zone;  // "protectVsSixZone"
+  uint32_t blending_enable;      // "blendingEnable"
+  PaMemColHue hue;               // "hue"
+  PaMemColRange sat;             // "sat"
+  PaMemColRange val;             // "val"
 };
 
-struct PaSixZoneThresholds {
-  int32_t sat_min;
-  int32_t sat_max;
-  uint32_t sat_offset;
-  uint32_t trapezoid_edge_type;
-  uint32_t sv_enable;
-  uint32_t sat_low;
-  uint32_t sat_mid;
-  uint32_t sat_high;
+struct PaSixZoneEntry {  // element i of each "SixZone" curve
+  uint32_t hue;          // "hueCurve"
+  uint32_t sat;          // "satCurve"
+  uint32_t val;          // "valCurve"
+  uint32_t sat_mid;      // "satCurveMid"
+  uint32_t sat_high;     // "satCurveHigh"
 };
 
-struct PaSixZone {
-  uint32_t enable;
-  uint32_t num_entries;
+struct PaSixZoneThresholds {     // "SixZoneThresholds"
+  int32_t sat_min;               // "sat": "min"
+  int32_t sat_max;               // "sat": "max"
+  uint32_t sat_offset;           // "sat": "offset"
+  uint32_t trapezoid_edge_type;  // "sat": "trapezoidEdgeLeft" / "trapezoidEdgeRight"
+  uint32_t sv_enable;            // "sat": "svEnable"
+  uint32_t sat_low;              // "satLow"
+  uint32_t sat_mid;              // "satMid"
+  uint32_t sat_high;             // "satHigh"
+};
+
+struct PaSixZone {       // "SixZone" and "SixZoneThresholds"
+  uint32_t enable;       // "enable"
+  uint32_t num_entries;  // "numEntries": kPaSixZoneEntries once read, 0 when absent
   PaSixZoneEntry entries[kPaSixZoneEntries];
   PaSixZoneThresholds thresholds;
 };
 
 struct PaConfig {
   uint32_t len;
-  bool enable;
-  uint32_t ops;  // PaFeatureBits
-  uint64_t reserved;
+  bool enable;                  // exactly when ops is non-zero
+  uint32_t ops;                 // PaFeatureBits
+  uint64_t reserved;            // always 0
   PaGlobalAdjust global;
-  PaMemColRegion skin;
-  PaMemColRegion sky;
-  PaMemColRegion foliage;
+  PaMemColRegion skin;          // "MemColSkin"
+  PaMemColRegion sky;           // "MemColSky"
+  PaMemColRegion foliage;       // "MemColFol"
   PaSixZone six_zone;
-  uint8_t reserved_tail[7616];  // pads the record to the length the service reads
+  uint8_t reserved_tail[7736];  // always 0: pads the record to the length the service reads
 };
 
 // Byte lengths that the display service knows for each record (HwConfigPayload::config_size).
@@ -290,6 +298,11 @@ static_assert(offsetof(pcc_coeff_data, red) == 8 && offsetof(pcc_coeff_data, gre
               "pcc_coeff_data offsets");
 static_assert(sizeof(PccConfig) == kPccConfigLen, "PccConfig layout");
 static_assert(offsetof(PccConfig, coeffs) == 8, "PccConfig offsets");
+static_assert(sizeof(PaMemColRegion) == 84 && sizeof(PaSixZone) == 7720, "PA section layout");
+static_assert(offsetof(PaConfig, ops) == 8 && offsetof(PaConfig, reserved) == 16 &&
+                  offsetof(PaConfig, global) == 24 && offsetof(PaConfig, skin) == 44 &&
+                  offsetof(PaConfig, six_zone) == 296 && offsetof(PaConfig, reserved_tail) == 8016,
+              "PaConfig offsets");
 static_assert(sizeof(PaConfig) == kPaConfigLen, "PaConfig layout");
 
 // ---------------------------------------------------------------------------------------------
