@@ -148,7 +148,7 @@ TEST_F(InitTest, MergesThroughTheAlgorithmLibraryBesideTheParser) {
   EXPECT_EQ(IntentNames(list), (std::vector<std::string>{"factory", "native", "vivid", "merged"}));
   // With merging on, the factory-floor mode is only an operand and keeps its intent.
   EXPECT_EQ(list.modes[0].intent, 384);
-  EXPECT_EQ(CountLines('I', "Init", "Created Merged merged mode from FactoryFloor and Workflow"), 1u);
+  EXPECT_EQ(CountLines("I", "Init", "Created Merged merged mode from FactoryFloor and Workflow"), 1u);
   EXPECT_FALSE(log_.Contains("not supported for factory")) << Errors();
 
   const std::optional<TestAlgoCounters> counters = AlgoCounters();
@@ -199,17 +199,17 @@ TEST_F(InitTest, MergesStillRunWhenTheAlgorithmLibraryIsMissingOrUnusable) {
   WriteStandardPanel(device_, /*with_rules=*/true);
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    ScopedEnv behaviour(kTestAlgoBehaviourVariable, c.behaviour);
+    ScopedEnv behaviour(kTestAlgoBehaviourVariable, c.behaviour ? c.behaviour->c_str() : nullptr);
     log_.Clear();
     LoadLibrary(c.library);
     {
       auto parser = InitParser();
       if (c.error.empty()) {
-        EXPECT_EQ(CountLines('I', "LoadVexaAlgoLib", "Failed to load = libvexa-algo.so"), 1u);
+        EXPECT_EQ(CountLines("I", "LoadVexaAlgoLib", "Failed to load = libvexa-algo.so"), 1u);
       } else {
-        EXPECT_EQ(CountLines('E', "LoadVexaAlgoLib", c.error), 1u) << Errors();
+        EXPECT_EQ(CountLines("E", "LoadVexaAlgoLib", c.error), 1u) << Errors();
       }
-      EXPECT_EQ(CountLines('E', "Init", "gamut and pcc merge not supported for factory"), 1u);
+      EXPECT_EQ(CountLines("E", "Init", "gamut and pcc merge not supported for factory"), 1u);
       // The merged mode exists, with gamut and PCC left off for want of the library.
       const ColorModeList list = Modes(*parser);
       const HwConfigOutputParams merged = PayloadsOf(*parser, list, "merged");
@@ -252,7 +252,7 @@ TEST_F(InitTest, RuleVersionsNewerThanTheDeviceTurnMergingOff) {
     const ColorModeList list = Modes(*parser);
     const char* incompatible =
         "Error: incompatible versions of the vexa merge rules and device merge mode code.";
-    EXPECT_EQ(CountLines('E', "Init", incompatible), c.merging ? 0u : 1u);
+    EXPECT_EQ(CountLines("E", "Init", incompatible), c.merging ? 0u : 1u);
     if (c.merging) {
       EXPECT_EQ(IntentNames(list), (std::vector<std::string>{"factory", "merged"}));
       EXPECT_EQ(list.modes[0].intent, 384);
@@ -282,7 +282,7 @@ TEST_F(InitTest, RuleWithoutOperandsIsReportedAndSkipped) {
   orphan.merged.intent_name = "orphan";
   WriteRules(kDataDir, {{"Merged", MergedRule()}, {"Orphan", orphan}});
   auto parser = InitParser();
-  EXPECT_EQ(CountLines('E', "Init", "Failed to create Orphan merge from FactoryFloor and Nowhere"), 1u)
+  EXPECT_EQ(CountLines("E", "Init", "Failed to create Orphan merge from FactoryFloor and Nowhere"), 1u)
       << Errors();
   EXPECT_EQ(IntentNames(Modes(*parser)),
             (std::vector<std::string>{"factory", "native", "vivid", "merged"}));
@@ -291,11 +291,11 @@ TEST_F(InitTest, RuleWithoutOperandsIsReportedAndSkipped) {
 TEST_F(InitTest, DeviceWithoutFilesStillInitialises) {
   device_.MakeDirectory(kDataDir);
   auto parser = InitParser();
-  EXPECT_EQ(CountLines('I', "Init", "Warning: no modes were loaded"), 1u);
+  EXPECT_EQ(CountLines("I", "Init", "Warning: no modes were loaded"), 1u);
   EXPECT_TRUE(Modes(*parser).modes.empty());
   HwConfigOutputParams output = EmptyOutput();
   EXPECT_EQ(RequestMode(*parser, kKivModeRenderIntent, ModeRequest(1, 1, 2, {}), &output), -22);
-  EXPECT_EQ(CountLines('I', "ProcessModeRenderIntent", "Cannot find mode (gamut 1, gamma 1, intent 2)"),
+  EXPECT_EQ(CountLines("I", "ProcessModeRenderIntent", "Cannot find mode (gamut 1, gamma 1, intent 2)"),
             1u);
   // The merge-version file is written whatever else the device holds.
   EXPECT_EQ(device_.Read(kMergeVersionFile),
@@ -315,7 +315,7 @@ TEST_F(InitTest, SecondInitOnlyStoresThePanelName) {
   const size_t modes = Modes(*parser).modes.size();
   log_.Clear();
   EXPECT_EQ(parser->Init("other"), 0);
-  EXPECT_EQ(CountLines('I', "Init", "panel: other"), 1u);
+  EXPECT_EQ(CountLines("I", "Init", "panel: other"), 1u);
   EXPECT_FALSE(log_.Contains("reading from")) << log_.Dump();
   EXPECT_EQ(Modes(*parser).modes.size(), modes);
 }
@@ -369,7 +369,7 @@ TEST_F(InitTest, DebugModesListIsWrittenOnlyWhenTheLogLevelPropertyIsTwo) {
   LoadLibrary();
   for (const Case& c : cases) {
     SCOPED_TRACE(c.property.value_or("unset"));
-    ScopedEnv level(kLogLevelVariable, c.property);
+    ScopedEnv level(kLogLevelVariable, c.property ? c.property->c_str() : nullptr);
     std::filesystem::remove(device_.HostPath(kDebugModesFile));
     auto parser = InitParser();
     ASSERT_EQ(device_.Exists(kDebugModesFile), c.written);

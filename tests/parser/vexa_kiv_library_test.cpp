@@ -85,8 +85,8 @@ TEST_F(VexaKivLibraryE2eTest, FactoryServesInterfaceTwoZeroOnly) {
     EXPECT_EQ(parser != nullptr, c.served) << c.major << "." << c.minor;
     const std::string refusal = "Invalid major_version " + std::to_string(c.major) +
                                 " minor_version " + std::to_string(c.minor);
-    EXPECT_EQ(CountLines('I', "GetVexaKivInterface", refusal), c.served ? 0u : 1u);
-    EXPECT_EQ(CountLines('I', "GetVexaKivInterface", "VexaJsonModeParser created"),
+    EXPECT_EQ(CountLines("I", "GetVexaKivInterface", refusal), c.served ? 0u : 1u);
+    EXPECT_EQ(CountLines("I", "GetVexaKivInterface", "VexaJsonModeParser created"),
               c.served ? 1u : 0u);
   }
   // Each call makes a new, independent object.

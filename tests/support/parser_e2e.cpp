@@ -1,5 +1,7 @@
 #include "support/parser_e2e.h"
 
+#include <cstdio>
+
 namespace vexa::testing {
 
 std::string PanelFile(const std::string& dir, const std::string& stem, const std::string& panel) {
@@ -9,6 +11,12 @@ std::string PanelFile(const std::string& dir, const std::string& stem, const std
 std::string CalibFile(const std::string& dir) { return PanelFile(dir, "vexa_calib_data"); }
 std::string FactoryFile(const std::string& dir) { return PanelFile(dir, "factory_calib_data"); }
 std::string RulesFile(const std::string& dir) { return PanelFile(dir, "vexa_merge_rules"); }
+
+std::string PointerText(const void* pointer) {
+  char text[32];
+  std::snprintf(text, sizeof(text), "%pK", pointer);
+  return text;
+}
 
 std::string DitherJson(uint32_t strength_r, uint32_t strength_g, uint32_t strength_b) {
   return R"({"enable":true,"ditherMode":"LUMA","temporalEnable":1,"matrix":[1,2,3,4],)"
@@ -82,20 +90,9 @@ void WriteStandardPanel(const DeviceTree& device, bool with_rules) {
   }
 }
 
-size_t ParserE2eTest::CountLines(char kind, const std::string& function,
-                                 const std::string& message, bool prefix) const {
-  const std::string head = std::string(1, kind) + " VexaJsonModeParser::" + function + "():";
-  size_t count = 0;
-  for (const std::string& line : log_.Lines()) {
-    if (line.compare(0, head.size(), head) != 0) continue;
-    const size_t space = line.find(' ', head.size());
-    const bool digits = space != std::string::npos && space > head.size() &&
-                        line.find_first_not_of("0123456789", head.size()) == space;
-    if (!digits) continue;
-    const size_t length = prefix ? message.size() : std::string::npos;
-    if (line.compare(space + 1, length, message) == 0) ++count;
-  }
-  return count;
+size_t ParserE2eTest::CountLines(const char* kind, const std::string& function,
+                                 const std::string& message) const {
+  return CountLogLines(log_, kind, "VexaJsonModeParser::" + function, message);
 }
 
 void ParserE2eTest::LoadLibrary(const std::string& algo_source) {

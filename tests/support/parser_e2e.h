@@ -12,6 +12,7 @@
 
 #include "support/device_tree.h"
 #include "support/log_capture.h"
+#include "support/log_lines.h"
 #include "support/panel_files.h"
 #include "support/parser_library.h"
 
@@ -34,6 +35,9 @@ std::string PanelFile(const std::string& dir, const std::string& stem,
 std::string CalibFile(const std::string& dir);
 std::string FactoryFile(const std::string& dir = kPersistDir);
 std::string RulesFile(const std::string& dir);
+
+// A pointer as the library's "%pK" prints it.
+std::string PointerText(const void* pointer);
 
 // Readable asset sections.
 std::string DitherJson(uint32_t strength_r, uint32_t strength_g, uint32_t strength_b);
@@ -67,10 +71,9 @@ class ParserE2eTest : public ::testing::Test {
   void WriteRules(const std::string& dir, const std::map<std::string, TestMergeRule>& rules,
                   const std::string& mode_merge_json = DeviceModeMergeJson()) const;
 
-  // Number of log lines "<kind> VexaJsonModeParser::<function>():<line> <message>", the message
-  // compared whole, or only its beginning when `prefix` (for lines that end in a pointer).
-  size_t CountLines(char kind, const std::string& function, const std::string& message,
-                    bool prefix = false) const;
+  // Number of log lines "<kind> VexaJsonModeParser::<function>():<line> <message>".
+  size_t CountLines(const char* kind, const std::string& function,
+                    const std::string& message) const;
   // Error lines, for failure messages.
   std::string Errors() const;
 
