@@ -202,6 +202,7 @@ int32_t VexaJsonModeParser::SetProperty(const VexaKivPayload& payload) {
 
 int32_t VexaJsonModeParser::GetProperty(VexaKivPayload* payload) {
   std::lock_guard<std::mutex> lock(mutex_);
+  // A missing envelope is refused, not dereferenced.
   if (payload == nullptr) {
     VKR_LOGE("Invalid params : p %pK", static_cast<void*>(payload));
     return -EINVAL;
