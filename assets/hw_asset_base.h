@@ -11,8 +11,10 @@
 #ifndef VEXA_ASSETS_HW_ASSET_BASE_H_
 #define VEXA_ASSETS_HW_ASSET_BASE_H_
 
+#include <cstring>
 #include <memory>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 #include "assets/hw_asset.h"
@@ -105,7 +107,11 @@ class HwAssetBase : public HwAsset {
 
   void ClearRecord() {
     const uint32_t len = record_.len;
-    record_ = Record();
+    if constexpr (std::is_trivially_copyable_v<Record>) {
+      std::memset(static_cast<void*>(&record_), 0, sizeof(Record));  // no record-sized temporary
+    } else {
+      record_ = Record();
+    }
     record_.len = len;
   }
 

@@ -35,7 +35,7 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
                std::shared_ptr<HwAssetGamut> left, std::shared_ptr<HwAssetGamut> right);
 
   using HwAssetBase::SetConfig;
-  void SetConfig(const Json::Value& config) override;
+  // Main record disabled, entries kept; the tuning record is kept.
   void SetIdentity() override;
 
   void SetTuningConfig(const GamutConfig& record);
@@ -48,11 +48,22 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
   static void FillRgbInEntries(GamutConfig* record);
   // The grid level of index k (0..16).
   static uint32_t GridLevel(uint32_t k);
+  // Entries that a record holds: its count, bounded by the record's capacity whoever wrote it.
+  static uint32_t HeldEntries(const GamutConfig& record);
 
  private:
   friend class HwAssetBase<HwAssetGamut, GamutConfig>;
+  // Reads the main table into `fresh` and, when "Tuning" is present, a new tuning record (stored
+  // only when the whole section is accepted).
+  ReadResult ReadJson(JsonFieldReader& reader, GamutConfig& fresh);
   void WriteJson(Json::Value& json) const;
-  void CopyFromOperand(const HwAssetGamut& source);
+  // The two JSON forms. Each returns false to refuse the section; `tuning` is set when present.
+  bool ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
+                        std::unique_ptr<GamutConfig>* tuning);
+  bool ReadSharedTables(JsonFieldReader& reader, GamutConfig& fresh,
+                        std::unique_ptr<GamutConfig>* tuning);
+  // The common-data table named by "Predefined" (preferred) or "Custom"; null when none.
+  std::shared_ptr<GamutConfig> LookUpSharedTable(JsonFieldReader& reader);
 
   std::unique_ptr<GamutConfig> tuning_;
 };

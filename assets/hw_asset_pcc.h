@@ -34,7 +34,7 @@ class HwAssetPCC : public HwAssetBase<HwAssetPCC, PccConfig> {
              std::shared_ptr<HwAssetPCC> left, std::shared_ptr<HwAssetPCC> right);
 
   using HwAssetBase::SetConfig;
-  void SetConfig(const Json::Value& config) override;
+  // Main record disabled with identity coefficients; the tuning record is kept.
   void SetIdentity() override;
 
   void SetTuningConfig(const PccConfig& record);
@@ -49,14 +49,16 @@ class HwAssetPCC : public HwAssetBase<HwAssetPCC, PccConfig> {
 
  private:
   friend class HwAssetBase<HwAssetPCC, PccConfig>;
+  // Reads the main coefficients into `fresh` and, when "Tuning" is present, the tuning record
+  // (stored only when the whole section is accepted).
   ReadResult ReadJson(JsonFieldReader& reader, PccConfig& fresh);
   void WriteJson(Json::Value& json) const;
 
   PccConfig tuning_;
-  ClipRange clip_constant_;
-  ClipRange clip_linear_;
-  ClipRange clip_quadratic_;
-  ClipRange clip_cubic_;
+  ClipRange clip_constant_{-256.0, 255.9921875};           // c
+  ClipRange clip_linear_{-4.0, 3.99996948};                // r, g, b
+  ClipRange clip_quadratic_{-0.015625, 0.01562488};        // rr, gg, bb, rg, gb, rb
+  ClipRange clip_cubic_{-6.10351563e-05, 6.10346906e-05};  // rgb
 };
 
 }  // namespace vexa

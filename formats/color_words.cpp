@@ -1,15 +1,10 @@
 #include "formats/color_words.h"
 
 #include "formats/keys.h"
+#include "formats/word_table.h"
 
 namespace vexa {
 namespace {
-
-template <typename Enum>
-struct WordEntry {
-  const char* word;
-  Enum value;
-};
 
 // The first entry of each table is also the fallback for an unknown word.
 constexpr WordEntry<GammaTransfer> kTransferWords[] = {
@@ -31,10 +26,7 @@ constexpr WordEntry<DynamicRange> kRangeWords[] = {
 
 template <typename Enum, size_t N>
 Enum LookUp(const WordEntry<Enum> (&table)[N], const std::string& word) {
-  for (const WordEntry<Enum>& entry : table) {
-    if (word == entry.word) return entry.value;
-  }
-  return table[0].value;
+  return LookUpWord(table, word, table[0].value);
 }
 
 }  // namespace

@@ -21,8 +21,8 @@ namespace json_parser {
 constexpr uint32_t kLatestModesFileVersion = 3;
 
 // The modes of a modes file for the panel key, in ascending name order; null when the text does
-// not parse or a "Common" table does not decode. A mode whose section does not decode is dropped
-// alone.
+// not parse, a "Common" table does not decode, or "Version", "Common" or the panel key has the
+// wrong type. A mode whose section does not decode is dropped alone.
 std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(const std::string& text,
                                                                     const std::string& panel_key);
 
@@ -33,11 +33,12 @@ std::shared_ptr<KivMode> parse_mode(Json::Value& mode_value, const std::string& 
                                     const std::shared_ptr<HwAssetsCommonData>& common_data);
 
 // The rules of a merge-rules file for the panel key, in ascending name order; null when the
-// text does not parse.
+// text does not parse or the panel key or its "MergedModes" is not an object.
 std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(const std::string& text,
                                                             const std::string& panel_key);
 
-// One rule; null (with an error line naming the member) when a member has the wrong type.
+// One rule; null (with an error line naming the member) when a member of the rule or of the
+// "ModeMerge" block has the wrong type.
 std::shared_ptr<KivModeMergeDef> parse_merge_rule(Json::Value rule_value, const std::string& name,
                                                   const Json::Value& mode_merge_value);
 

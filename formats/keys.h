@@ -97,6 +97,7 @@ inline constexpr char kPccCoeffRB[] = "rb";
 inline constexpr char kPccCoeffRGB[] = "rgb";
 inline constexpr char kPccCoeffC[] = "c";
 inline constexpr char kPccDisableBeforeUpload[] = "disableBeforeUpload";
+inline constexpr char kPccTuning[] = "Tuning";
 
 // Dither and PA dither.
 inline constexpr char kDitherStrengthR[] = "strengthR";

@@ -75,6 +75,18 @@ class KivMode {
   const std::shared_ptr<HwAssetsCommonData>& common_data() const { return common_data_; }
 
  private:
+  struct PaParts;
+
+  template <typename Asset>
+  std::shared_ptr<Asset> GetAsset(const char* key) const;
+  void PutAsset(const char* key, std::shared_ptr<HwAsset> asset);
+
+  // Merging: one block per mergeable kind, the PA parts assembled last.
+  void MergeKind(kiv_mode_merge_caps::KivMergeable kind, VexaKivInterface* intf,
+                 const KivModeMergeDef& rule, const std::shared_ptr<KivMode>& left,
+                 const std::shared_ptr<KivMode>& right, PaParts* pa);
+  void StoreMergedPa(const PaParts& pa);
+
   std::shared_ptr<HwAssetMap> assets_;
   std::shared_ptr<KivModeDescr> descr_;
   Json::Value assets_json_;

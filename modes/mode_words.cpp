@@ -1,14 +1,12 @@
 #include "modes/mode_words.h"
 
 #include "formats/keys.h"
+#include "formats/word_table.h"
 
 namespace vexa {
 namespace {
 
-struct WordValue {
-  const char* word;
-  uint32_t value;
-};
+using WordValue = WordEntry<uint32_t>;
 
 constexpr WordValue kFlagWords[] = {
     {keys::kDeFlagNone, kDeFlagNoneBits},
@@ -48,19 +46,11 @@ constexpr WordValue kFlagPriority[] = {
     {keys::kDeFlagSharpness, kDeFlagSharpnessBits},
 };
 
-template <size_t N>
-uint32_t LookUp(const WordValue (&table)[N], const std::string& word) {
-  for (const WordValue& entry : table) {
-    if (word == entry.word) return entry.value;
-  }
-  return 0;
-}
-
 }  // namespace
 
-uint32_t StringToFlag(std::string word) { return LookUp(kFlagWords, word); }
-uint32_t StringToQuality(std::string word) { return LookUp(kQualityWords, word); }
-uint32_t MapContentType(std::string word) { return LookUp(kContentTypeWords, word); }
+uint32_t StringToFlag(std::string word) { return LookUpWord(kFlagWords, word, 0u); }
+uint32_t StringToQuality(std::string word) { return LookUpWord(kQualityWords, word, 0u); }
+uint32_t MapContentType(std::string word) { return LookUpWord(kContentTypeWords, word, 0u); }
 
 std::string FlagToString(uint32_t flags) {
   for (const WordValue& entry : kFlagPriority) {

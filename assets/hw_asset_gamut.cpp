@@ -1,0 +1,235 @@
+#include "assets/hw_asset_gamut.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "formats/decimal_list.h"
+
+namespace vexa {
+namespace {
+
+constexpr const char* kLogLabel = HwAssetGamut::kLogLabel;
+constexpr uint32_t kGridMode = 1;
+// "%u,%u,%u" of three 32-bit values and its terminator.
+constexpr size_t kEntryTextCapacity = 3 * 10 + 2 + 1;
+
+static_assert(offsetof(GamutConfig, reserved0) == HwAssetGamut::kRecordBodyOffset,
+              "the exchanged body starts at the first reserved word");
+
+// JSON reading errors are reported under the operation the caller called.
+#define GAMUT_LOGE_SET_CONFIG(fmt, ...) VKR_LOGE_AT(kLogLabel, "SetConfig", __LINE__, fmt, ##__VA_ARGS__)
+
+unsigned char* Body(GamutConfig& record) {
+  return reinterpret_cast<unsigned char*>(&record) + HwAssetGamut::kRecordBodyOffset;
+}
+
+void WriteLength(std::vector<unsigned char>* block) {
+  const uint32_t len = static_cast<uint32_t>(block->size());
+  std::memcpy(block->data(), &len, sizeof(len));
+}
+
+bool ReadOutputWords(DecimalListReader& numbers, GamutEntry& entry) {
+  return numbers.Next(&entry.out_0) && numbers.Next(&entry.out_1) && numbers.Next(&entry.out_2);
+}
+
+// Inline form: an array of "out_0,out_1,out_2" strings filling the entries in order.
+bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& rows,
+                   GamutConfig* record) {
+  if (rows.size() > kGamutEntries) {
+    const std::string where = JsonContextSuffix();
+    GAMUT_LOGE_SET_CONFIG("\"%s\" holds %u entries, more than the table's %u%s", key, rows.size(),
+                          kGamutEntries, where.c_str());
+    return false;
+  }
+  for (Json::ArrayIndex i = 0; i < rows.size(); ++i) {
+    const std::string row = reader.ElementString(rows, i, key);
+    if (!reader.ok()) return false;
+    DecimalListReader numbers(row);
+    if (!ReadOutputWords(numbers, record->entries[i])) {
+      const std::string where = JsonContextSuffix();
+      GAMUT_LOGE_SET_CONFIG("\"%s\" entry %u: \"%s\" is not three decimal numbers%s", key, i,
+                            row.c_str(), where.c_str());
+      return false;
+    }
+  }
+  return true;
+}
+
+// Shared-table form of "Tuning": one list of three numbers per entry for every grid point.
+bool ReadEntryStream(std::string_view text, GamutConfig* record) {
+  DecimalListReader numbers(text);
+  for (uint32_t i = 0; i < kGamutEntries; ++i) {
+    if (!ReadOutputWords(numbers, record->entries[i])) {
+      const std::string where = JsonContextSuffix();
+      GAMUT_LOGE_SET_CONFIG("\"%s\" holds fewer than %u entries of three decimal numbers, or a "
+                            "field that is not one%s", keys::kGamutTuning, kGamutEntries,
+                            where.c_str());
+      return false;
+    }
+  }
+  uint32_t extra = 0;
+  if (numbers.Next(&extra)) {
+    const std::string where = JsonContextSuffix();
+    GAMUT_LOGE_SET_CONFIG("\"%s\" holds more than %u entries%s", keys::kGamutTuning, kGamutEntries,
+                          where.c_str());
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+HwAssetGamut::HwAssetGamut(uint32_t asset_version, std::shared_ptr<HwAssetsCommonData> common)
+    : HwAssetBase(asset_version, std::move(common)), tuning_(NewRecord()) {}
+
+HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostBlendGamutMergeOp op,
+                           std::shared_ptr<HwAssetGamut> left, std::shared_ptr<HwAssetGamut> right)
+    : HwAssetGamut(0, nullptr) {
+  if (op != kiv_mode_merge_caps::KivPostBlendGamutMergeOp::kMergeOperand) {
+    MergeFromOperands(static_cast<uint32_t>(op), left, right);
+    return;
+  }
+  if (left && right && algo != nullptr) {
+    Merge(algo, left->record_, *right->tuning_);
+    return;
+  }
+  VKR_LOGE("Gamut Merge Error: Source (either left or right operand) is empty or vexa_algo_intf is nullptr");
+  SetIdentity();
+}
+
+void HwAssetGamut::SetIdentity() {
+  record_.enable = false;
+  record_.reserved0 = 0;
+  record_.reserved1 = 0;
+  record_.grid_mode = kGridMode;
+  record_.num_entries = 0;
+}
+
+void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, tuning_.get()); }
+
+uint32_t HwAssetGamut::GridLevel(uint32_t k) { return std::min(k * kGridStep, kGridMax); }
+
+uint32_t HwAssetGamut::HeldEntries(const GamutConfig& record) {
+  return std::min(record.num_entries, kGamutEntries);
+}
+
+void HwAssetGamut::FillRgbInEntries(GamutConfig* record) {
+  if (record == nullptr) return;
+  constexpr uint32_t n = kGamutGridLevels;
+  for (uint32_t k2 = 0; k2 < n; ++k2) {
+    for (uint32_t k1 = 0; k1 < n; ++k1) {
+      for (uint32_t k0 = 0; k0 < n; ++k0) {
+        GamutEntry& entry = record->entries[n * n * k2 + n * k1 + k0];
+        entry.in_0 = GridLevel(k0);
+        entry.in_1 = GridLevel(k1);
+        entry.in_2 = GridLevel(k2);
+      }
+    }
+  }
+}
+
+ReadResult HwAssetGamut::ReadJson(JsonFieldReader& reader, GamutConfig& fresh) {
+  fresh.grid_mode = kGridMode;
+  std::unique_ptr<GamutConfig> tuning;
+  const bool accepted = asset_version_ < kSharedTablesAssetVersion
+                            ? ReadInlineTables(reader, fresh, &tuning)
+                            : ReadSharedTables(reader, fresh, &tuning);
+  if (!accepted || !reader.ok()) return ReadResult::kIdentity;
+  if (tuning) tuning_ = std::move(tuning);
+  return ReadResult::kStore;
+}
+
+bool HwAssetGamut::ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
+                                    std::unique_ptr<GamutConfig>* tuning) {
+  const Json::Value& map_fine = reader.Array(keys::kGamutMapFine);
+  if (!reader.ok()) return false;
+  if (map_fine.isNull()) {
+    GAMUT_LOGE_SET_CONFIG("No 3DLUT data found");
+    return false;
+  }
+  if (!ReadEntryRows(reader, keys::kGamutMapFine, map_fine, &fresh)) return false;
+  fresh.num_entries = map_fine.size();
+
+  const Json::Value& tuning_rows = reader.Array(keys::kGamutTuning);
+  if (!reader.ok()) return false;
+  if (tuning_rows.isNull()) return true;
+  *tuning = NewRecord();
+  (*tuning)->grid_mode = kGridMode;
+  return ReadEntryRows(reader, keys::kGamutTuning, tuning_rows, tuning->get());
+}
+
+bool HwAssetGamut::ReadSharedTables(JsonFieldReader& reader, GamutConfig& fresh,
+                                    std::unique_ptr<GamutConfig>* tuning) {
+  const uint32_t count = reader.Uint(keys::kNumEntries);
+  if (!reader.ok()) return false;
+  if (count != kGamutEntries) {
+    GAMUT_LOGE_SET_CONFIG("Unexpected number of gamut entries %d, expecting %d", static_cast<int>(count),
+                          static_cast<int>(kGamutEntries));
+    return false;
+  }
+  const std::shared_ptr<GamutConfig> shared = LookUpSharedTable(reader);
+  if (!reader.ok()) return false;
+  if (!shared) {
+    GAMUT_LOGE_SET_CONFIG("Failed to retrieve Gamut LUTs from common data");
+    return false;
+  }
+  CopyAfterLen(*shared, &fresh);
+
+  if (!reader.Has(keys::kGamutTuning)) return true;
+  const std::string text = reader.String(keys::kGamutTuning);
+  if (!reader.ok()) return false;
+  *tuning = NewRecord();
+  (*tuning)->enable = true;
+  (*tuning)->grid_mode = kGridMode;
+  (*tuning)->num_entries = count;
+  return ReadEntryStream(text, tuning->get());
+}
+
+std::shared_ptr<GamutConfig> HwAssetGamut::LookUpSharedTable(JsonFieldReader& reader) {
+  if (!common_data_) return nullptr;
+  const char* key = reader.Has(keys::kPredefined) ? keys::kPredefined
+                    : reader.Has(keys::kCustom)   ? keys::kCustom
+                                                  : nullptr;
+  if (key == nullptr) return nullptr;
+  const std::string name = reader.String(key);
+  if (!reader.ok()) return nullptr;
+  return common_data_->GetGamut(name);
+}
+
+void HwAssetGamut::WriteJson(Json::Value& json) const {
+  Json::Value& rows = json[keys::kGamutMapFine] = Json::Value(Json::arrayValue);
+  char text[kEntryTextCapacity];
+  for (uint32_t i = 0; i < HeldEntries(record_); ++i) {
+    const GamutEntry& entry = record_.entries[i];
+    std::snprintf(text, sizeof(text), "%u,%u,%u", entry.out_0, entry.out_1, entry.out_2);
+    rows.append(text);
+  }
+}
+
+void HwAssetGamut::Merge(VexaKivInterface* algo, GamutConfig& left, GamutConfig& right) {
+  FillRgbInEntries(&left);
+  FillRgbInEntries(&right);
+  // About 345 KiB together: heap buffers, never the stack.
+  std::vector<unsigned char> input(kMergeInputLen);
+  WriteLength(&input);
+  std::memcpy(input.data() + sizeof(uint32_t), Body(left), kRecordBodyLen);
+  std::memcpy(input.data() + sizeof(uint32_t) + kRecordBodyLen, Body(right), kRecordBodyLen);
+  std::vector<unsigned char> output(kMergeOutputLen);
+  WriteLength(&output);
+
+  const VexaKivPayload in_payload = {0, kMergeInputLen, 0, input.data()};
+  VexaKivPayload out_payload = {0, kMergeOutputLen, 0, output.data()};
+  if (algo->ProcessOps(kKivGamutMerge, in_payload, &out_payload) != 0) {
+    VKR_LOGE("Failed to process kKivGamutMerge");
+    SetIdentity();
+    return;
+  }
+  std::memcpy(Body(record_), output.data() + sizeof(uint32_t), kRecordBodyLen);
+  record_.enable = true;
+}
+
+}  // namespace vexa
