@@ -1,9 +1,6 @@
-// What the test colour-algorithm library (libvexa-algo.so) computes and counts, for the tests
-// that load it beside the parser library.
-//
-// Merges: every gamut entry's output is the left output plus the right output, component by
-// component, with the left input point; the entry count is the left one. Every PCC coefficient
-// is the left coefficient plus the right one.
+// The test colour-algorithm library (libvexa-algo.so): the algorithm double of the unit tests,
+// with its merge framing checked, behind the library's factory, plus counters that tests read
+// while the library is loaded.
 #ifndef VEXA_TESTS_ALGO_VEXA_TEST_ALGO_H_
 #define VEXA_TESTS_ALGO_VEXA_TEST_ALGO_H_
 
@@ -15,6 +12,7 @@ constexpr char kTestAlgoNoInterface[] = "no-interface";  // the factory returns 
 constexpr char kTestAlgoInitFails[] = "init-fails";      // Init returns kTestAlgoInitError
 constexpr int32_t kTestAlgoInitError = -5;
 
+// Totals over every object the library made since it was loaded.
 struct TestAlgoCounters {
   int32_t factory_calls;
   int32_t objects_alive;
@@ -22,6 +20,7 @@ struct TestAlgoCounters {
   int32_t deinits;
   int32_t gamut_merges;
   int32_t pcc_merges;
+  int32_t framing_errors;
 };
 
 // Exported by the library beside GetVexaAlgoInterface.

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "support/fixture_writer.h"
 #include "support/parser_e2e.h"
 
 namespace vexa::testing {
@@ -74,7 +75,7 @@ TEST_F(InitTest, CalibrationFileIsTakenFromTheFirstSearchDirectoryThatParses) {
     DeviceTree device;
     for (const std::string& dir : c.present) {
       TestMode mode{"sRGB", "sRGB", 2, dir, 6500, "", "SDR", {}};
-      device.Write(CalibFile(dir), ModesFileText(kPanel, {{"Mode", mode}}));
+      device.Write(CalibFile(dir), PanelModesText(kPanel, {{"Mode", mode}}));
     }
     for (const std::string& dir : c.unparsable) device.Write(CalibFile(dir), "{\"panelA\": ");
     auto parser = InitParser();
@@ -100,12 +101,12 @@ TEST_F(InitTest, MergeRulesAreTakenFromTheFirstSearchDirectoryThatParses) {
   };
   for (const Case& c : cases) {
     DeviceTree device;
-    device.Write(FactoryFile(), ModesFileText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
-    device.Write(CalibFile(kDataDir), ModesFileText(kPanel, {{"Workflow", WorkflowMode()}}));
+    device.Write(FactoryFile(), PanelModesText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
+    device.Write(CalibFile(kDataDir), PanelModesText(kPanel, {{"Workflow", WorkflowMode()}}));
     for (const std::string& dir : c.present) {
       TestMergeRule rule = MergedRule();
       rule.merged.intent_name = dir;
-      device.Write(RulesFile(dir), MergeRulesText(kPanel, {{"Merged", rule}}, DeviceModeMergeJson()));
+      device.Write(RulesFile(dir), PanelRulesText(kPanel, {{"Merged", rule}}, DeviceModeMergeJson()));
     }
     for (const std::string& dir : c.unparsable) device.Write(RulesFile(dir), "[1,");
     auto parser = InitParser();
@@ -157,6 +158,7 @@ TEST_F(InitTest, MergesThroughTheAlgorithmLibraryBesideTheParser) {
   EXPECT_EQ(counters->inits, 1);
   EXPECT_EQ(counters->gamut_merges, 1);
   EXPECT_EQ(counters->pcc_merges, 1);
+  EXPECT_EQ(counters->framing_errors, 0);
 
   const HwConfigOutputParams merged = PayloadsOf(*parser, list, "merged");
   const HwConfigPayload* gamut = Find(merged, "PostBlendGamut");
@@ -248,11 +250,11 @@ TEST_F(InitTest, NewerRuleVersionsOrAnEmptyRuleListTurnMergingOff) {
     SCOPED_TRACE(c.mode_merge);
     DeviceTree device;
     log_.Clear();
-    device.Write(FactoryFile(), ModesFileText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
-    device.Write(CalibFile(kDataDir), ModesFileText(kPanel, {{"Workflow", WorkflowMode()}}));
+    device.Write(FactoryFile(), PanelModesText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
+    device.Write(CalibFile(kDataDir), PanelModesText(kPanel, {{"Workflow", WorkflowMode()}}));
     std::map<std::string, TestMergeRule> rules;
     if (c.has_rule) rules["Merged"] = MergedRule();
-    device.Write(RulesFile(kDataDir), MergeRulesText(kPanel, rules, c.mode_merge));
+    device.Write(RulesFile(kDataDir), PanelRulesText(kPanel, rules, c.mode_merge));
     auto parser = InitParser();
     const ColorModeList list = Modes(*parser);
     const char* incompatible =
@@ -359,7 +361,7 @@ TEST_F(InitTest, DebugModesListIsWrittenOnlyWhenTheLogLevelPropertyIsTwo) {
     auto parser = InitParser();
     ASSERT_EQ(device_.Exists(kDebugModesFile), c.written);
     if (!c.written) continue;
-    const Json::Value list = ParseJsonText(device_.Read(kDebugModesFile));
+    const Json::Value list = ParseReadable(device_.Read(kDebugModesFile));
     EXPECT_EQ(list[kPanel].getMemberNames(),
               (std::vector<std::string>{"FactoryFloor", "Native", "Vivid", "Workflow"}));
   }

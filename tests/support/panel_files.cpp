@@ -1,69 +1,56 @@
 #include "support/panel_files.h"
 
-#include <gtest/gtest.h>
+#include <json/json.h>
 
-#include "formats/hex_coding.h"
-#include "formats/json_text.h"
 #include "formats/keys.h"
+#include "support/fixture_writer.h"
 
 namespace vexa::testing {
 namespace {
 
-void FillDescriptor(const TestMode& mode, Json::Value* out) {
-  Json::Value& applicability = (*out)[keys::kApplicability];
+constexpr uint32_t kInlineTablesVersion = 2;
+
+Json::Value DescriptorJson(const TestMode& mode) {
+  Json::Value out(Json::objectValue);
+  Json::Value& applicability = out[keys::kApplicability];
   applicability[keys::kColorPrimaries] = mode.primaries;
   applicability[keys::kGammaTransfer] = mode.transfer;
   applicability[keys::kRenderIntent] = mode.intent;
   applicability[keys::kRenderIntentName] = mode.intent_name;
-  (*out)[keys::kWhitePoint] = mode.white_point;
-  (*out)[keys::kMergeId] = mode.merge_id;
-  (*out)[keys::kDynamicRange] = mode.range;
-}
-
-Json::Value ModeJson(const TestMode& mode) {
-  Json::Value out(Json::objectValue);
-  FillDescriptor(mode, &out);
-  for (const auto& [key, text] : mode.assets) {
-    std::string hex;
-    EncodeData(JsonToCompactText(ParseJsonText(text)), hex);
-    out[key] = hex;
-  }
+  out[keys::kWhitePoint] = mode.white_point;
+  out[keys::kMergeId] = mode.merge_id;
+  out[keys::kDynamicRange] = mode.range;
   return out;
 }
 
 }  // namespace
 
-Json::Value ParseJsonText(const std::string& text) {
-  Json::Value value;
-  EXPECT_TRUE(PopulateJsonValue(text, value)) << "fixture does not parse: " << text;
-  return value;
-}
-
-std::string ModesFileText(const std::string& panel, const std::map<std::string, TestMode>& modes,
-                          uint32_t version) {
+std::string PanelModesText(const std::string& panel, const std::map<std::string, TestMode>& modes) {
   Json::Value file(Json::objectValue);
-  file[keys::kVersion] = version;
+  file[keys::kVersion] = kInlineTablesVersion;
   Json::Value& panel_modes = file[panel] = Json::Value(Json::objectValue);
-  for (const auto& [name, mode] : modes) panel_modes[name] = ModeJson(mode);
-  return JsonToCompactText(file);
+  for (const auto& [name, mode] : modes) {
+    Json::Value& out = panel_modes[name] = DescriptorJson(mode);
+    for (const auto& [key, text] : mode.assets) out[key] = ParseReadable(text);
+  }
+  return CompactText(EncodeModesFile(file, panel));
 }
 
-std::string MergeRulesText(const std::string& panel,
+std::string PanelRulesText(const std::string& panel,
                            const std::map<std::string, TestMergeRule>& rules,
                            const std::string& mode_merge_json) {
   Json::Value file(Json::objectValue);
   Json::Value& panel_rules = file[panel];
-  panel_rules[keys::kModeMerge] = ParseJsonText(mode_merge_json);
+  panel_rules[keys::kModeMerge] = ParseReadable(mode_merge_json);
   Json::Value& merged_modes = panel_rules[keys::kMergedModes] = Json::Value(Json::objectValue);
   for (const auto& [name, rule] : rules) {
-    Json::Value& out = merged_modes[name];
+    Json::Value& out = merged_modes[name] = DescriptorJson(rule.merged);
     out[keys::kModeNameInputLeft] = rule.left;
     out[keys::kModeNameInputRight] = rule.right;
-    FillDescriptor(rule.merged, &out);
     Json::Value& ops = out[keys::kMergeOps] = Json::Value(Json::objectValue);
     for (const auto& [key, word] : rule.ops) ops[key] = word;
   }
-  return JsonToCompactText(file);
+  return CompactText(file);
 }
 
 std::string DeviceModeMergeJson() {
@@ -75,7 +62,7 @@ std::string DeviceModeMergeJson() {
       block[key][keys::kVersion] = version;
     }
   }
-  return JsonToCompactText(block);
+  return CompactText(block);
 }
 
 }  // namespace vexa::testing

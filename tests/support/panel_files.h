@@ -1,9 +1,7 @@
-// Modes files and merge-rules files for tests, written from readable descriptions: the asset
-// sections are given as JSON text and hex-encoded here, as the file format carries them.
+// A panel's modes and merge-rules files, described as modes and rules with readable asset
+// sections and written through the fixture writer.
 #ifndef VEXA_TESTS_SUPPORT_PANEL_FILES_H_
 #define VEXA_TESTS_SUPPORT_PANEL_FILES_H_
-
-#include <json/json.h>
 
 #include <cstdint>
 #include <map>
@@ -33,15 +31,11 @@ struct TestMergeRule {
   std::map<std::string, std::string> ops;
 };
 
-// JSON text to a value; a test fixture that does not parse fails the test.
-Json::Value ParseJsonText(const std::string& text);
-
-// {"Version": version, panel: {name: mode, ...}}.
-std::string ModesFileText(const std::string& panel, const std::map<std::string, TestMode>& modes,
-                          uint32_t version = 2);
+// {"Version": 2, panel: {name: mode, ...}}, asset sections hex-encoded.
+std::string PanelModesText(const std::string& panel, const std::map<std::string, TestMode>& modes);
 
 // {panel: {"ModeMerge": mode_merge, "MergedModes": {name: rule, ...}}}.
-std::string MergeRulesText(const std::string& panel,
+std::string PanelRulesText(const std::string& panel,
                            const std::map<std::string, TestMergeRule>& rules,
                            const std::string& mode_merge_json);
 

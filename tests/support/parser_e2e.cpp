@@ -45,7 +45,7 @@ TestMode WorkflowMode() {
   mode.assets["PostBlendGamut"] =
       R"({"enable":true,"mapFine":["0,0,0","0,0,0"],"Tuning":["1,2,3","4,5,6"]})";
   mode.assets["PostBlendPCC"] = R"({"enable":true,"R":{"r":1.0},"G":{"g":1.0},"B":{"b":1.0},)"
-                                R"("Tuning":{"R":{"c":0.125,"r":0.25},"G":{"g":0.5},"B":{"b":-0.5}}})";
+                                R"("Tuning":{"R":{"c":0.125,"r":0.25},"G":{"g":0.5},"B":{"b":-0.25}}})";
   mode.assets["PostBlendDither"] = DitherJson(7, 8, 9);
   return mode;
 }
@@ -79,14 +79,14 @@ TestMergeRule MergedRule() {
 }
 
 void WriteStandardPanel(const DeviceTree& device, bool with_rules) {
-  device.Write(FactoryFile(), ModesFileText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
+  device.Write(FactoryFile(), PanelModesText(kPanel, {{"FactoryFloor", FactoryFloorMode()}}));
   device.Write(CalibFile(kDataDir),
-               ModesFileText(kPanel, {{"Native", NativeMode()},
+               PanelModesText(kPanel, {{"Native", NativeMode()},
                                       {"Vivid", VividMode()},
                                       {"Workflow", WorkflowMode()}}));
   if (with_rules) {
     device.Write(RulesFile(kDataDir),
-                 MergeRulesText(kPanel, {{"Merged", MergedRule()}}, DeviceModeMergeJson()));
+                 PanelRulesText(kPanel, {{"Merged", MergedRule()}}, DeviceModeMergeJson()));
   }
 }
 
@@ -123,13 +123,13 @@ ColorModeList ParserE2eTest::Modes(VexaKivInterface& parser) {
 
 void ParserE2eTest::WriteModes(const std::string& path,
                                const std::map<std::string, TestMode>& modes) const {
-  device_.Write(path, ModesFileText(kPanel, modes));
+  device_.Write(path, PanelModesText(kPanel, modes));
 }
 
 void ParserE2eTest::WriteRules(const std::string& dir,
                                const std::map<std::string, TestMergeRule>& rules,
                                const std::string& mode_merge_json) const {
-  device_.Write(RulesFile(dir), MergeRulesText(kPanel, rules, mode_merge_json));
+  device_.Write(RulesFile(dir), PanelRulesText(kPanel, rules, mode_merge_json));
 }
 
 std::string ParserE2eTest::Errors() const {

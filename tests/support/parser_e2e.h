@@ -53,9 +53,9 @@ TestMode NativeMode();
 TestMergeRule MergedRule();
 // Writes the standard panel's factory, calibration and (when asked) merge-rules files.
 void WriteStandardPanel(const DeviceTree& device, bool with_rules);
-// The gamut and PCC values a merge through the test algorithm library gives.
-constexpr uint32_t kMergedGamutOut[2][3] = {{11, 22, 33}, {44, 55, 66}};
-constexpr double kMergedRedC = 0.625, kMergedRedR = 1.25, kMergedGreenG = 1.5, kMergedBlueB = 0.5;
+// The gamut and PCC values a merge through the test algorithm library gives (left + 2 * right).
+constexpr uint32_t kMergedGamutOut[2][3] = {{12, 24, 36}, {48, 60, 72}};
+constexpr double kMergedRedC = 0.75, kMergedRedR = 1.5, kMergedGreenG = 2.0, kMergedBlueB = 0.5;
 
 class ParserE2eTest : public ::testing::Test {
  protected:
