@@ -27,3 +27,6 @@ CXX=clang++ cmake -S . -B build-tsan -G Ninja -DVEXA_TSAN=ON -DVEXA_WERROR=ON -D
 cmake --build build-tsan -j "$jobs" --target vexa_tests
 TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
   ./build-tsan/tests/vexa_tests --gtest_filter='VexaJsonModeParserThreadsTest.*'
+
+echo "== fuzz targets replaying their corpora (Clang, ASan + UBSan)"
+bash scripts/fuzz.sh 0
