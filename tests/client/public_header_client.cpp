@@ -6,42 +6,27 @@
 #include <dlfcn.h>
 
 #include <cstdio>
-#include <memory>
 
 #include "vexa/vexa_kiv_interface.h"
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fprintf(stderr, "usage: %s <library> <panel>\n", argv[0]);
-    return 2;
-  }
-  void* library = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) {
-    std::fprintf(stderr, "dlopen: %s\n", dlerror());
-    return 1;
-  }
+  void* library = argc == 3 ? dlopen(argv[1], RTLD_NOW | RTLD_LOCAL) : nullptr;
   auto factory = reinterpret_cast<decltype(&GetVexaKivInterface)>(
-      dlsym(library, "GetVexaKivInterface"));
-  if (factory == nullptr) {
-    std::fprintf(stderr, "no GetVexaKivInterface\n");
-    return 1;
+      library ? dlsym(library, "GetVexaKivInterface") : nullptr);
+  vexa::VexaKivInterface* parser = factory ? factory(2, 0) : nullptr;
+  if (parser == nullptr) return 2;
+  parser->Init(argv[2]);
+  vexa::ColorModeList list{vexa::kColorModeListVersion, {}};
+  vexa::VexaKivPayload payload{vexa::kVexaKivPayloadVersion, vexa::kColorModeListLen,
+                               vexa::kKivModesList, &list};
+  const int32_t status = parser->GetProperty(&payload);
+  std::printf("status %d modes %zu\n", status, list.modes.size());
+  for (const vexa::ColorMode& mode : list.modes) {
+    std::printf("mode %d %d %d %s\n", mode.gamut, mode.gamma, mode.intent,
+                mode.render_intent_name.c_str());
   }
-  int32_t status = -1;
-  {
-    std::unique_ptr<vexa::VexaKivInterface> parser(factory(2, 0));
-    if (!parser) return 1;
-    parser->Init(argv[2]);
-    vexa::ColorModeList list{vexa::kColorModeListVersion, {}};
-    vexa::VexaKivPayload payload{vexa::kVexaKivPayloadVersion, vexa::kColorModeListLen,
-                                 vexa::kKivModesList, &list};
-    status = parser->GetProperty(&payload);
-    std::printf("status %d modes %zu\n", status, list.modes.size());
-    for (const vexa::ColorMode& mode : list.modes) {
-      std::printf("mode %d %d %d %s\n", mode.gamut, mode.gamma, mode.intent,
-                  mode.render_intent_name.c_str());
-    }
-    parser->DeInit();
-  }
+  parser->DeInit();
+  delete parser;
   dlclose(library);
   return status == 0 ? 0 : 1;
 }
