@@ -53,9 +53,8 @@ TEST_F(ParserE2eTest, RulesOfANewerVersionAreRefused) {
   ASSERT_EQ(parser.Init(kPanel), 0);
   EXPECT_EQ(ModesSummary(parser), Names({"factory/1", "native/0", "twin-a/3", "twin-b/3",
                                          "vivid/2", "workflow/5"}));
-  const char* refusal =
-      "Error: incompatible versions of the vexa merge rules and device merge mode code.";
-  EXPECT_EQ(CountLines("E", "Init", refusal), 1u);
+  EXPECT_EQ(CountLines("E", "Init", "Error: incompatible versions of the vexa merge rules and "
+                                    "device merge mode code."), 1u);
 }
 
 // The test algorithm library gives left + 2 * right for gamut and PCC. A missing or unusable
@@ -279,9 +278,7 @@ TEST_F(VexaJsonModeParserThreadsTest, ConcurrentRequestsSeeWholeModeLists) {
       },
   };
   std::vector<std::thread> threads;
-  for (const auto& job : jobs) {
-    threads.emplace_back([&job] { for (int i = 0; i < kRounds; ++i) job(i); });
-  }
+  for (const auto& j : jobs) threads.emplace_back([&j] { for (int i = 0; i < kRounds; ++i) j(i); });
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(bad.load(), 0);
   ASSERT_EQ(parser.Init(kPanel), 0);
