@@ -1,5 +1,7 @@
 #include "formats/json_access.h"
 
+#include <cstring>
+
 #include <cmath>
 #include <limits>
 
@@ -63,7 +65,9 @@ void LogWrongType(const char* log_label, const char* member, const char* expecte
                   const Json::Value& found, const char* function) {
   std::string where = JsonContextSuffix();
   std::string found_text = JsonTypeName(found);
-  if (found.isNumeric()) found_text += " out of range";
+  // A number is refused where a number is read only when it does not fit the type.
+  const bool container_expected = std::strcmp(expected, "object") == 0 || std::strcmp(expected, "array") == 0;
+  if (found.isNumeric() && !container_expected) found_text += " out of range";
   VKR_LOGE_AT(log_label, function, __LINE__, "Invalid member \"%s\"%s: expected %s, found %s", member,
               where.c_str(), expected, found_text.c_str());
 }

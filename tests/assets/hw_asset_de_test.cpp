@@ -24,11 +24,8 @@ TEST(HwAssetDETest, FlagsFollowLowPassKeysAndWriteBackByPriority) {
   } cases[] = {
       {R"("flags":"NONE")" + lpf, 0x100, "DE_LPF_BLEND"},
       {R"("flags":"NONE","deLpfHigh":1,"deLpfMid":2,"deLpfLow":null)", 0x0, "NONE"},
-      {R"("flags":"SHARPNESS")" + lpf, 0x101, "DE_LPF_BLEND"},
-      {R"("flags":"DE_BLEND")" + lpf, 0x180, "DE_BLEND"},
-      {R"("flags":"ALL")" + lpf, 0x1FF, "ALL"},
-      {R"("flags":"TRANSFER_CURVE")", 0x3C, "TRANSFER_CURVE"},
-      {R"("flags":"sharpness")", 0x0, "NONE"},
+      {R"("flags":"SHARPNESS")" + lpf, 0x101, "DE_LPF_BLEND"}, {R"("flags":"DE_BLEND")" + lpf, 0x180, "DE_BLEND"},
+      {R"("flags":"ALL")" + lpf, 0x1FF, "ALL"}, {R"("flags":"sharpness")", 0x0, "NONE"},
   };
   for (const auto& c : cases) {
     const auto asset = ReadDE(c.members);
@@ -37,25 +34,16 @@ TEST(HwAssetDETest, FlagsFollowLowPassKeysAndWriteBackByPriority) {
   }
 }
 
-// The quality word written back comes from level and content type together.
-TEST(HwAssetDETest, QualityWordComesFromLevelAndContentType) {
-  EXPECT_EQ(HwAssetDE::MapQuality(1, 2), "LOW_POWER");
-  EXPECT_EQ(HwAssetDE::MapQuality(2, 1), "MEDIUM_QUALITY_VIDEO");
-  EXPECT_EQ(HwAssetDE::MapQuality(4, 1), "INVALID");
-  EXPECT_EQ(HwAssetDE::MapQuality(3, 3), "INVALID");
-  EXPECT_EQ((*ReadDE(R"("quality":"ULTRA")")->AsJV())["quality"].asString(), "INVALID");
-}
-
 TEST(HwAssetDETest, PayloadHoldsWrappedThresholdsAndTheUnwrittenBlend) {
   const auto asset = ReadDE(R"("sharp":-3,"thrQuiet":65536,"thrDieout":2,"thrLow":3,"thrHigh":4,
       "clip":70000,"quality":"LOW_POWER","deBlend":9,"deLpfHigh":10,"deLpfMid":11,"deLpfLow":12)");
   EXPECT_FALSE(asset->AsJV()->isMember("deBlend"));
   EXPECT_EQ((*asset->AsJV())["clip"].asUInt(), 4464u);
+  EXPECT_EQ((*ReadDE(R"("quality":"ULTRA")")->AsJV())["quality"].asString(), "INVALID");
   const auto payload = asset->AsPayload();
   // From byte 8: fill marker, flags, sharp, the 16-bit thresholds two to a word (little-endian),
   // quality, content type, blend, the three low-pass strengths, reserved.
-  const uint32_t words[] = {1, 0x100, static_cast<uint32_t>(-3), 2u << 16, 3 | 4u << 16, 4464,
-                            1, 1, 9, 10, 11, 12, 0};
+  const uint32_t words[] = {1, 0x100, static_cast<uint32_t>(-3), 2u << 16, 3 | 4u << 16, 4464, 1, 1, 9, 10, 11, 12, 0};
   for (size_t i = 0; i < std::size(words); ++i) {
     EXPECT_EQ(testing::RecordWord(*payload, 8 + 4 * i), words[i]) << "word " << i;
   }

@@ -1,4 +1,4 @@
-// JSON sections and raw record words for the asset tests.
+// JSON values and raw record words for the asset tests.
 #ifndef VEXA_TESTS_SUPPORT_ASSET_JSON_H_
 #define VEXA_TESTS_SUPPORT_ASSET_JSON_H_
 
@@ -7,32 +7,51 @@
 
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string>
+#include <vector>
 
 #include "formats/json_text.h"
+#include "support/log_capture.h"
 #include "support/log_lines.h"
 #include "vexa/vexa_kiv_interface.h"
 
 namespace vexa::testing {
 
-// The parsed text; a test failure when it does not parse.
+// Any JSON value, scalars included; a test failure when the text does not parse.
 inline Json::Value ParseJson(const std::string& text) {
   Json::Value value;
-  EXPECT_TRUE(PopulateJsonValue(text, value)) << text;
-  return value;
+  EXPECT_TRUE(PopulateJsonValue("[" + text + "]", value)) << text;
+  return value[0];
 }
 
-// The compact text of a JSON text or value, so that an unsigned 1 and a parsed (signed) 1 compare
-// equal, as they do on disk.
-inline std::string CompactText(const std::string& text) { return JsonToCompactText(ParseJson(text)); }
+// The compact text of a value, so that an unsigned 1 and a parsed (signed) 1 compare equal.
 inline std::string Compact(const Json::Value& value) { return JsonToCompactText(value); }
+inline std::string Compact(const char* text) { return Compact(ParseJson(text)); }
 
-// The 32-bit word at `offset` bytes into a payload's record.
+// The value of type T at `offset` bytes into raw record bytes, or into a payload's record.
+template <typename T = uint32_t>
+T LoadAt(const void* bytes, size_t offset) {
+  T value;
+  std::memcpy(&value, static_cast<const char*>(bytes) + offset, sizeof(T));
+  return value;
+}
 inline uint32_t RecordWord(const HwConfigPayload& payload, size_t offset) {
-  uint32_t word = 0;
-  std::memcpy(&word, static_cast<const char*>(payload.config.get()) + offset, sizeof(word));
-  return word;
+  return LoadAt(payload.config.get(), offset);
+}
+
+// No line of `kind` ("E": error lines; "I": any line) when `text` is empty, else exactly one:
+// "<function>(): <message>" is matched exactly as a line of `where` ("<label>::<class>"), any
+// other text as a part of the line.
+inline void ExpectOneLine(const LogCapture& log, const char* kind, const std::string& where, const std::string& text) {
+  const std::vector<std::string> lines = *kind == 'E' ? log.Errors() : log.Lines();
+  ASSERT_EQ(lines.size(), text.empty() ? 0u : 1u) << log.Dump();
+  const size_t split = text.find("(): ");
+  if (text.empty()) return;
+  if (split == std::string::npos) {
+    EXPECT_NE(lines[0].find(text), std::string::npos) << lines[0];
+  } else {
+    EXPECT_TRUE(IsLogLine(lines[0], kind, where + "::" + text.substr(0, split), text.substr(split + 4))) << lines[0];
+  }
 }
 
 }  // namespace vexa::testing
