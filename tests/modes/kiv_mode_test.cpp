@@ -1,100 +1,87 @@
+// Merging two modes into one, block by block.
 #include "modes/kiv_mode.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "assets/hw_asset_de.h"
-#include "assets/hw_asset_dither.h"
-#include "assets/hw_asset_game_blob.h"
-#include "assets/hw_asset_gamut.h"
-#include "assets/hw_asset_gc.h"
-#include "assets/hw_asset_hdr.h"
-#include "assets/hw_asset_igc.h"
 #include "assets/hw_asset_pa.h"
-#include "assets/hw_asset_pa_dither.h"
-#include "assets/hw_asset_pcc.h"
 #include "support/fixture_writer.h"
 #include "support/log_capture.h"
 
 namespace vexa {
 namespace {
 
-using testing::ParseReadable;
+using namespace kiv_mode_merge_caps;
 
-// A mode straight from a definition whose assets are readable JSON; `tree` outlives it.
-std::shared_ptr<KivMode> FromDefinition(Json::Value& tree, uint32_t version = 0,
-                                        std::shared_ptr<HwAssetsCommonData> common = nullptr) {
-  auto def = std::make_shared<KivModeDef>();
-  def->descr = std::make_shared<KivModeDescr>();
-  def->assets = &tree;
-  def->asset_version = version;
-  return std::make_shared<KivMode>(def, std::move(common));
+// A rule with every operation `op`, at merge version 1.
+std::shared_ptr<KivModeMergeDef> Rule(uint32_t op) {
+  auto version = std::make_shared<KivModeMergeVersionContext>();
+  version->version = 1;
+  return std::make_shared<KivModeMergeDef>(KivModeMergeDef{
+      version, "L", "R", KivPostBlendGamutMergeOp(op), KivPostBlendGCMergeOp(op), KivPostBlendPaGlobalMergeOp(op),
+      KivPostBlendPaMultiZoneMergeOp(op), KivPostBlendPaMemoryColorsMergeOp(op), KivPostBlendPaDitherMergeOp(op),
+      KivPostBlendIGCMergeOp(op), KivPostBlendPCCMergeOp(op), KivPostBlendDitherMergeOp(op),
+      KivPostBlendDEMergeOp(op), KivPostBlendHdrBlobMergeOp(op), KivPostBlendGameBlobMergeOp(op),
+      std::make_shared<KivModeDescr>(KivModeDescr{"Merged", ColorPrimaries_DCIP3, Transfer_sRGB, 7, "m", 1, kHdr, "id"})});
 }
 
-TEST(KivModeTest, MakesOneAssetOfTheKeysOwnClassPerKnownKey) {
-  Json::Value tree = ParseReadable(R"({
-      "PostBlendIGC": {"enable": false}, "PostBlendGC": {"enable": true, "lutR": [1], "lutG": [2], "lutB": [3]},
-      "PostBlendPCC": {"enable": true}, "PostBlendGamut": {"enable": false},
-      "PostBlendDither": {"enable": true, "strengthG": 4}, "PostBlendDE": {"enable": true, "sharp": 9},
-      "PostBlendPa": {"hue": 3}, "PostBlendGameBlob": {"enable": true, "blob": "g"},
-      "PostBlendPaDither": {"enable": true, "strength": 1}, "PostBlendHdrBlob": {"blob": "h"},
-      "PostBlendMixerGc": {}, "PostBlendCWBDither": {}, "Applicability": {}, "postblendde": {}})");
-  auto common = std::make_shared<HwAssetsCommonData>(Json::Value());
-  testing::LogCapture log;
-  auto mode = FromDefinition(tree, 2, common);
-  const std::vector<std::pair<std::string, std::shared_ptr<HwAsset>>> getters = {
-      {"PostBlendIGC", mode->GetIgc()},         {"PostBlendGC", mode->GetGc()},
-      {"PostBlendPCC", mode->GetPcc()},         {"PostBlendGamut", mode->GetGamut()},
-      {"PostBlendDither", mode->GetDither()},   {"PostBlendDE", mode->GetDe()},
-      {"PostBlendPa", mode->GetPa()},           {"PostBlendGameBlob", mode->GetGameBlob()},
-      {"PostBlendPaDither", mode->GetPaDither()}, {"PostBlendHdrBlob", mode->GetHdr()}};
-  EXPECT_EQ(mode->assets().size(), getters.size());
-  for (const auto& [key, asset] : getters) {
-    ASSERT_TRUE(asset) << key;
-    // The payload name comes from the asset's own class; its JSON shows it read its own section.
-    EXPECT_EQ(asset->AsPayload()->name, key);
-    std::shared_ptr<HwAsset> fresh = mode->MakeHwAsset(key);
-    fresh->SetConfig(tree[key]);
-    EXPECT_EQ(*asset->AsJV(), *fresh->AsJV()) << key;
-    EXPECT_EQ(asset->asset_version(), 2u);
-    EXPECT_EQ(asset->common_data(), common);
+// An operand holding every asset kind, each with contents of its own; its PA has the feature word
+// `pa_ops`, and its hue and last six-zone entry carry `tag`.
+std::shared_ptr<KivMode> Operand(int tag, uint32_t pa_ops) {
+  const std::string t = std::to_string(tag);
+  auto mode = testing::MakeMode({}, R"({"PostBlendIGC": {"enable": true, "lutR": [)" + t + R"(], "lutG": [3], "lutB": [5]},
+      "PostBlendGC": {"enable": true, "lutR": [)" + t + R"(], "lutG": [8], "lutB": [9]},
+      "PostBlendGamut": {"enable": true, "mapFine": [")" + t + R"(,2,3"]}, "PostBlendPCC": {"enable": true, "R": {"r": )" + t + R"(}},
+      "PostBlendDither": {"enable": true, "strengthR": )" + t + R"(}, "PostBlendDE": {"enable": true, "sharp": )" + t + R"(},
+      "PostBlendPaDither": {"enable": true, "strength": )" + t + R"(}, "PostBlendHdrBlob": {"blob": "hdr )" + t + R"("},
+      "PostBlendGameBlob": {"enable": true, "blob": "game )" + t + R"("}, "PostBlendPa": {"hue": )" + t + R"(}})");
+  auto pa = std::make_unique<PaConfig>(mode->GetPa()->config());
+  pa->ops = pa_ops;
+  pa->six_zone.entries[kPaSixZoneEntries - 1].sat_high = static_cast<uint32_t>(tag + 40);
+  mode->GetPa()->SetConfig(*pa);
+  return mode;
+}
+
+// The PA parts (global, memory colours, six-zone) are merged separately and assembled into one asset.
+TEST(KivModeTest, EachMergedBlockTakesTheOperandItsOperationNamesUnderTheRulesDescriptor) {
+  const uint32_t L = kMergeOpLeftOperand, R = kMergeOpRightOperand, I = kMergeOpIdentity;
+  const struct {
+    uint32_t op, pa_global, pa_memory_colors, pa_multi_zone, pa_ops;
+    int32_t hue;  // 1 left, 2 right, 0 cleared
+    uint32_t six_zone;
+  } cases[] = {
+      {L, L, L, L, 0x121, 1, 41}, {R, R, R, R, 0x441, 2, 42}, {I, I, I, I, 0, 0, 0},
+      {L, L, R, L, 0x1 | 0x440 | 0x100, 1, 41}, {I, I, L, R, 0x20, 0, 42},
+  };
+  const auto left = Operand(1, 0x121);   // PA: global, skin, six-zone
+  const auto right = Operand(2, 0x441);  // PA: global, sky, blending off
+  for (const auto& c : cases) {
+    auto rule = Rule(c.op);
+    rule->pa_global_op = KivPostBlendPaGlobalMergeOp(c.pa_global);
+    rule->pa_memory_colors_op = KivPostBlendPaMemoryColorsMergeOp(c.pa_memory_colors);
+    rule->pa_multi_zone_op = KivPostBlendPaMultiZoneMergeOp(c.pa_multi_zone);
+    testing::LogCapture log;
+    KivMode merged(nullptr, rule, left, right);
+    EXPECT_TRUE(log.Errors().empty()) << log.Dump();
+    EXPECT_EQ(testing::DescrText(*merged.descr()), testing::DescrText(*rule->descr));
+    const KivMode* source = c.op == L ? left.get() : right.get();
+    // An identity HDR operation makes no HDR entry; every other identity block is switched off.
+    EXPECT_EQ(merged.assets().size(), c.op == I ? 9u : 10u);
+    for (const auto& [key, asset] : merged.assets()) {
+      ASSERT_TRUE(asset) << key;
+      EXPECT_NE(asset, source->assets().at(key));
+      EXPECT_EQ(source->assets().at(key)->AsPayload()->name, key);  // each key makes an asset of its own class
+      if (key == "PostBlendPa") continue;
+      const Json::Value expected =
+          c.op == I ? testing::ParseReadable(R"({"enable": false})") : *source->assets().at(key)->AsJV();
+      EXPECT_EQ(*asset->AsJV(), expected) << key << " op " << c.op;
+    }
+    const PaConfig& pa = merged.GetPa()->config();
+    EXPECT_EQ(pa.ops, c.pa_ops);
+    EXPECT_EQ(pa.global.hue, c.hue);
+    EXPECT_EQ(pa.six_zone.entries[kPaSixZoneEntries - 1].sat_high, c.six_zone);
   }
-  EXPECT_TRUE(log.Errors().empty()) << log.Dump();
-  EXPECT_FALSE(mode->MakeHwAsset("PostBlendMixerGc"));
-
-  std::vector<std::string> names;
-  const auto payloads = mode->GetPayloads();
-  for (const auto& payload : *payloads) names.push_back(payload->name);
-  EXPECT_EQ(names, (std::vector<std::string>{"PostBlendDE", "PostBlendDither", "PostBlendGC",
-                                             "PostBlendGameBlob", "PostBlendGamut", "PostBlendHdrBlob",
-                                             "PostBlendIGC", "PostBlendPCC", "PostBlendPa",
-                                             "PostBlendPaDither"}));
-}
-
-TEST(KivModeTest, SettersStoreWhatTheyAreGivenAndTheAssetsJsonIsCachedOnceFilled) {
-  Json::Value tree = ParseReadable(R"({"PostBlendDE": {"enable": true, "sharp": 5}})");
-  auto mode = FromDefinition(tree);
-  EXPECT_FALSE(mode->GetGamut());
-  auto dither = std::make_shared<HwAssetDither>(0, nullptr);
-  mode->SetDither(dither);
-  EXPECT_EQ(mode->GetDither(), dither);
-  mode->SetDe(nullptr);  // kept as a null entry, which yields neither payload nor JSON
-  EXPECT_EQ(mode->assets().count("PostBlendDE"), 1u);
-  ASSERT_EQ(mode->GetPayloads()->size(), 1u);
-  const Json::Value first = mode->GetHwAssetsJV();
-  EXPECT_EQ(first, ParseReadable(R"({"PostBlendDither": {"enable": false}})"));
-  mode->SetDe(std::make_shared<HwAssetDE>(0, nullptr));
-  EXPECT_EQ(mode->GetHwAssetsJV(), first);
-
-  // Without assets nothing is cached, so an asset added later shows.
-  Json::Value empty_tree(Json::objectValue);
-  auto empty = FromDefinition(empty_tree);
-  EXPECT_TRUE(empty->GetHwAssetsJV().empty());
-  EXPECT_TRUE(empty->GetPayloads()->empty());
-  empty->SetGc(std::make_shared<HwAssetGC>(0, nullptr));
-  EXPECT_EQ(empty->GetHwAssetsJV(), ParseReadable(R"({"PostBlendGC": {"enable": false}})"));
 }
 
 }  // namespace

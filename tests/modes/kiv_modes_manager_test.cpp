@@ -3,121 +3,95 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include "assets/hw_asset_de.h"
-#include "formats/hex_coding.h"
 #include "support/fixture_writer.h"
 #include "support/log_capture.h"
-#include "support/mode_fixtures.h"
 
 namespace vexa {
 namespace {
 
 using testing::LogCapture;
-using testing::ModeWithDescr;
-using testing::ParseReadable;
+using testing::MakeMode;
+using Names = std::vector<std::string>;
 
-std::vector<std::string> Names(const KivModeList& modes) {
-  std::vector<std::string> names;
-  for (const auto& mode : modes) names.push_back(mode->descr()->name);
-  return names;
+KivModeDescr Base(const std::string& name, int32_t intent = 258, uint32_t white = 6500, DynamicRange range = kSdr,
+                  const std::string& merge_id = "m") {
+  return KivModeDescr{name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, intent, "", white, range, merge_id};
 }
 
-KivModeDescr Base(const std::string& name, int32_t intent = 258) {
-  return KivModeDescr{name, ColorPrimaries_DCIP3, Transfer_Gamma2_2, intent, "", 6500, kSdr, ""};
+// A rule for a merged mode like Base("Merged"), with its operand names as written.
+std::shared_ptr<KivModeMergeDef> MergeRule() {
+  auto rule = std::make_shared<KivModeMergeDef>();
+  rule->left_mode_name = "left as written";
+  rule->right_mode_name = "right as written";
+  rule->descr = std::make_shared<KivModeDescr>(Base("Merged"));
+  return rule;
 }
 
-TEST(KivModesManagerTest, ModesAreDuplicatesExactlyWhenTheirSixIdentityFieldsAgree) {
-  const struct {
-    void (*change)(KivModeDescr&);
-    bool duplicate;
-  } cases[] = {
-      {[](KivModeDescr& d) { d.name = "other"; }, true},
-      {[](KivModeDescr& d) { d.render_intent_name = "other"; }, true},
-      {[](KivModeDescr& d) { d.color_primaries = ColorPrimaries_BT709_5; }, false},
-      {[](KivModeDescr& d) { d.gamma_transfer = Transfer_sRGB; }, false},
-      {[](KivModeDescr& d) { d.render_intent = 259; }, false},
-      {[](KivModeDescr& d) { d.white_point = 6501; }, false},
-      {[](KivModeDescr& d) { d.dynamic_range = kHdr; }, false},
-      {[](KivModeDescr& d) { d.merge_id = "1"; }, false},
+// Each row: a mode "B" that differs from Base("A") in one field, and whether it still counts as the
+// same mode, as a factory-floor operand and as a workflow operand for a rule like Base("Merged").
+TEST(KivModesManagerTest, IdentityAndOperandMatchingEachLookAtTheirOwnFields) {
+  const std::tuple<KivModeDescr, bool, bool, bool> cases[] = {  // "B", same, factory, workflow
+      {{"B", ColorPrimaries_DCIP3, Transfer_Gamma2_2, 258, "other", 6500, kSdr, "m"}, true, true, true},
+      {{"B", ColorPrimaries_BT709_5, Transfer_Gamma2_2, 258, "", 6500, kSdr, "m"}, false, false, false},
+      {{"B", ColorPrimaries_DCIP3, Transfer_sRGB, 258, "", 6500, kSdr, "m"}, false, false, false},
+      {Base("B", 384), false, true, false},
+      {Base("B", 258, 6501), false, false, false},
+      {Base("B", 258, 6500, kHdr), false, false, false},
+      {Base("B", 258, 6500, kSdr, ""), false, false, false},
   };
-  for (const auto& c : cases) {
-    KivModeDescr other = Base("B");
-    c.change(other);
-    EXPECT_EQ(KivModesManager::KivModeDescrCompare(Base("A"), other), c.duplicate);
-    KivModesManager manager("panel");
-    manager.AddModeToList(ModeWithDescr(Base("A")), false);
-    manager.AddModeToList(ModeWithDescr(other), false);
-    EXPECT_EQ(manager.mode_list()->modes.size(), c.duplicate ? 1u : 2u);
-    EXPECT_EQ(manager.mode_list()->modes[0]->descr()->name, "A");
+  const std::string at = "VexaJsonModeParser::KivModesManager::";
+  for (const auto& [b, same, factory, workflow] : cases) {
+    // A replacing add drops the equal listed mode and appends; a plain one keeps the listed mode.
+    for (bool replace : {false, true}) {
+      KivModesManager manager("panel");
+      LogCapture log;
+      for (const KivModeDescr& descr : {Base("A"), Base("C", 1), b}) manager.AddModeToList(MakeMode(descr), replace);
+      Names names;
+      for (const auto& mode : manager.mode_list()->modes) names.push_back(mode->descr()->name);
+      EXPECT_EQ(names, (!same ? Names{"A", "C", "B"} : replace ? Names{"C", "B"} : Names{"A", "C"}));
+      EXPECT_EQ(log.Lines().size(), same && !replace ? 2u : 3u);
+      EXPECT_EQ(log.Lines().back(), "I " + at + "AddModeToList():100 Added " + names.back() + " to mode list");
+    }
+    // The first matching candidate is taken; only the left operand's name is written back.
+    auto rule = MergeRule();
+    LogCapture log;
+    EXPECT_TRUE(KivModesManager("panel").MergeModesFromList(nullptr, rule, {MakeMode(b), MakeMode(Base("F"))},
+                                                            {MakeMode(b), MakeMode(Base("W"))}));
+    const std::string left = factory ? "B" : "F";
+    EXPECT_EQ(rule->left_mode_name + "|" + rule->right_mode_name, left + "|right as written");
+    EXPECT_EQ(log.Count(at + "MergeModesFromList():43 Found applicable factory floor mode: " + left), 1u);
+    EXPECT_EQ(log.Count(at + "MergeModesFromList():63 Found applicable workflow mode: " + (workflow ? "B" : "W")), 1u);
   }
-}
-
-TEST(KivModesManagerTest, AReplacingAddRemovesTheEqualModeAndAppends) {
-  KivModesManager manager("panel");
+  auto rule = MergeRule();
   LogCapture log;
-  for (const auto& [name, intent] : std::vector<std::pair<std::string, int>>{{"A", 1}, {"B", 2}, {"C", 3}}) {
-    manager.AddModeToList(ModeWithDescr(Base(name, intent)), true);
-  }
-  manager.AddModeToList(ModeWithDescr(Base("A2", 1)), true);
-  EXPECT_EQ(Names(manager.mode_list()->modes), (std::vector<std::string>{"B", "C", "A2"}));
-  EXPECT_EQ(log.Count("I VexaJsonModeParser::KivModesManager::AddModeToList():100 Added A2 to mode list"), 1u);
-  EXPECT_EQ(log.Infos().size(), 4u);
+  EXPECT_FALSE(KivModesManager("panel").MergeModesFromList(nullptr, rule, {MakeMode(Base("F", 1))}, {}));
+  EXPECT_EQ(log.Errors(), Names{"E " + at + "MergeModesFromList():71 Failed to create merged mode Merged: "
+                                "left mode: F, right mode: right as written"});
 }
 
 TEST(KivModesManagerTest, EveryFactoryFloorModeBecomesColorimetric) {
-  KivModesManager manager("panel");
-  KivModeList modes = {ModeWithDescr(Base("f1", 384)), ModeWithDescr(Base("x")), ModeWithDescr(Base("f2", 384))};
+  KivModeList modes = {MakeMode(Base("f1", 384)), MakeMode(Base("x")), MakeMode(Base("f2", 384))};
   LogCapture log;
-  EXPECT_TRUE(manager.SetFactoryFloorModeAsDefault(modes));
-  EXPECT_EQ(modes[0]->descr()->render_intent + modes[2]->descr()->render_intent, 2);
-  EXPECT_EQ(modes[1]->descr()->render_intent, 258);
-  EXPECT_EQ(log.Lines(), (std::vector<std::string>{
-                             "I VexaJsonModeParser::KivModesManager::SetFactoryFloorModeAsDefault():110 "
-                             "Set factory f1 mode as colorimetric",
-                             "I VexaJsonModeParser::KivModesManager::SetFactoryFloorModeAsDefault():110 "
-                             "Set factory f2 mode as colorimetric"}));
-  EXPECT_FALSE(manager.SetFactoryFloorModeAsDefault(modes));
-  KivModeList none;
-  EXPECT_FALSE(manager.SetFactoryFloorModeAsDefault(none));
+  EXPECT_TRUE(KivModesManager("panel").SetFactoryFloorModeAsDefault(modes));
+  EXPECT_EQ(modes[2]->descr()->render_intent, 1);
+  const std::string at = "I VexaJsonModeParser::KivModesManager::SetFactoryFloorModeAsDefault():110 ";
+  EXPECT_EQ(log.Lines(), (Names{at + "Set factory f1 mode as colorimetric", at + "Set factory f2 mode as colorimetric"}));
 }
 
 TEST(KivModesManagerTest, TheModeListJsonHoldsDescriptorWordsAndHexEncodedAssets) {
-  KivModesManager empty("p");
-  EXPECT_EQ(*empty.GetModeListJV(), ParseReadable(R"({"p": null})"));
-
   KivModesManager manager("p");
-  const KivModeDescr odd{"Odd", ColorPrimaries(7), GammaTransfer(0), -5, "", 0, DynamicRange(0), ""};
-  const KivModeDescr max{"Max", ColorPrimaries_Max, Transfer_Max, 384, "factory", 4294967295u, kHdr, "m"};
-  manager.AddModeToList(ModeWithDescr(odd), false);
-  manager.AddModeToList(ModeWithDescr(max), false);
-  auto vivid = testing::ParseReadableMode("Vivid", R"({"Applicability": {"ColorPrimaries": "sRGB",
-      "GammaTransfer": "2p2"}, "PostBlendDE": {"enable": true, "sharp": 4}, "PostBlendHdrBlob": {"blob": "b"}})");
-  manager.AddModeToList(vivid, false);
-  std::shared_ptr<Json::Value> list = manager.GetModeListJV();
-
-  Json::Value expected = ParseReadable(R"({"p": {
-      "Odd": {"Applicability": {"ColorPrimaries": "P3", "GammaTransfer": "sRGB", "RenderIntent": -5,
-                                "RenderIntentName": ""}, "MergeId": "", "DynamicRange": "SDR"},
-      "Max": {"Applicability": {"ColorPrimaries": "ColorPrimaries_MAX", "GammaTransfer": "Transfer_MAX",
-                                "RenderIntent": 384, "RenderIntentName": "factory"},
-              "MergeId": "m", "DynamicRange": "HDR"},
-      "Vivid": {"Applicability": {"ColorPrimaries": "sRGB", "GammaTransfer": "2p2", "RenderIntent": 0,
-                                  "RenderIntentName": ""}, "MergeId": "", "DynamicRange": "SDR"}}})");
-  expected["p"]["Odd"]["WhitePoint"] = 0u;  // unsigned, as written
-  expected["p"]["Max"]["WhitePoint"] = 4294967295u;
-  expected["p"]["Vivid"]["WhitePoint"] = 0u;
-  // Assets travel as hex of their compact JSON text.
-  const std::pair<const char*, std::string> assets[] = {
-      {"PostBlendDE", testing::CompactText(*vivid->GetDe()->AsJV())},
-      {"PostBlendHdrBlob", "{\"blob\":\"b\"}\n"}};
-  for (const auto& [key, text] : assets) {
-    std::string hex;
-    EncodeData(text, hex);
-    expected["p"]["Vivid"][key] = hex;
-  }
-  EXPECT_EQ(*list, expected) << list->toStyledString();
+  const std::string assets = R"("PostBlendHdrBlob": {"blob": "b"})";
+  manager.AddModeToList(MakeMode({"Max", ColorPrimaries_Max, Transfer_Max, -5, "factory", 4294967295u, kHdr, "m"},
+                                 "{" + assets + "}"), false);
+  const std::string expected = R"({"p": {"Max": {"Applicability": {"ColorPrimaries": "ColorPrimaries_MAX",
+      "GammaTransfer": "Transfer_MAX", "RenderIntent": -5, "RenderIntentName": "factory"},
+      "WhitePoint": 4294967295, "MergeId": "m", "DynamicRange": "HDR", )" + assets + "}}}";
+  // Assets travel as hex of their compact JSON text, as in a modes file.
+  EXPECT_EQ(testing::CompactText(*manager.GetModeListJV()),
+            testing::CompactText(testing::EncodeModesFile(testing::ParseReadable(expected), "p")));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
 #include "support/log_capture.h"
 
@@ -15,18 +14,16 @@ namespace vexa::testing {
 inline bool IsLogLine(const std::string& line, const std::string& kind, const std::string& where,
                       const std::string& message) {
   const std::string head = kind + " " + where + "():";
-  if (line.rfind(head, 0) != 0) return false;
   const size_t digits_end = line.find_first_not_of("0123456789", head.size());
-  return digits_end != std::string::npos && digits_end > head.size() &&
+  return line.rfind(head, 0) == 0 && digits_end != std::string::npos && digits_end > head.size() &&
          line.compare(digits_end, std::string::npos, " " + message) == 0;
 }
 
 inline size_t CountLogLines(const LogCapture& log, const std::string& kind,
                             const std::string& where, const std::string& message) {
-  const std::vector<std::string> lines = log.Lines();
-  return static_cast<size_t>(std::count_if(lines.begin(), lines.end(), [&](const std::string& l) {
-    return IsLogLine(l, kind, where, message);
-  }));
+  const auto lines = log.Lines();
+  return std::count_if(lines.begin(), lines.end(),
+                       [&](const std::string& l) { return IsLogLine(l, kind, where, message); });
 }
 
 }  // namespace vexa::testing

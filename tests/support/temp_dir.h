@@ -3,14 +3,12 @@
 #ifndef VEXA_TESTS_SUPPORT_TEMP_DIR_H_
 #define VEXA_TESTS_SUPPORT_TEMP_DIR_H_
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace vexa::testing {
 
@@ -23,12 +21,8 @@ class TempDir {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
   }
-  TempDir(const TempDir&) = delete;
-  TempDir& operator=(const TempDir&) = delete;
-
   const std::string& path() const { return path_; }
   std::string File(const std::string& relative) const { return path_ + "/" + relative; }
-
   // Writes the file, making its parent directories.
   void Put(const std::string& relative, const std::string& bytes) const {
     std::filesystem::create_directories(std::filesystem::path(File(relative)).parent_path());
@@ -37,17 +31,7 @@ class TempDir {
   // The file's bytes, or "<missing>".
   std::string Get(const std::string& relative) const {
     std::ifstream in(File(relative), std::ios::binary);
-    if (!in) return "<missing>";
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  }
-  // The names in a directory, sorted.
-  std::vector<std::string> Entries(const std::string& relative = "") const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(File(relative))) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
+    return in ? std::string(std::istreambuf_iterator<char>(in), {}) : "<missing>";
   }
 
  private:
@@ -57,25 +41,16 @@ class TempDir {
 class ScopedEnv {
  public:
   ScopedEnv(const char* name, const char* value) : name_(name) {
-    const char* old = std::getenv(name);
-    if (old != nullptr) old_value_ = std::make_unique<std::string>(old);
+    if (const char* old = std::getenv(name)) old_value_ = old;
     Set(value);
   }
   ~ScopedEnv() { Set(old_value_ ? old_value_->c_str() : nullptr); }
-  ScopedEnv(const ScopedEnv&) = delete;
-  ScopedEnv& operator=(const ScopedEnv&) = delete;
 
  private:
-  void Set(const char* value) {
-    if (value == nullptr) {
-      unsetenv(name_.c_str());
-    } else {
-      setenv(name_.c_str(), value, 1);
-    }
-  }
+  void Set(const char* value) { value ? setenv(name_.c_str(), value, 1) : unsetenv(name_.c_str()); }
 
   std::string name_;
-  std::unique_ptr<std::string> old_value_;
+  std::optional<std::string> old_value_;
 };
 
 }  // namespace vexa::testing
