@@ -34,18 +34,18 @@ inline std::string Mode(const std::string& name, const std::string& primaries, i
          members + "}";
 }
 inline std::string ModesText(const std::string& modes) {
-  return ModesFileText(R"({"Version":2,"panelA":{)" + modes + "}}", kPanel);
+  return CompactText(EncodeModesFile(ParseReadable(R"({"Version":2,"panelA":{)" + modes + "}}"),
+                                     kPanel));
 }
 // A rules file whose one rule merges FactoryFloor and Workflow: gamut and PCC merged, dither from
 // the left.
 inline std::string RulesText(const std::string& mode_merge) {
-  return RulesFileText(R"({"panelA":{"ModeMerge":)" + mode_merge + R"(,"MergedModes":{)" +
-                       Mode("Merged", "P3", 5, "merged",
-                            R"("ModeNameInputLeft":"FactoryFloor","ModeNameInputRight":"Workflow",)"
-                            R"("MergeOps":{"PostBlendGamutMergeOp":"MERGE_OPERAND",)"
-                            R"("PostBlendPCCMergeOp":"MERGE_OPERAND",)"
-                            R"("PostBlendDitherMergeOp":"LEFT_OPERAND"})") +
-                       "}}}");
+  return R"({"panelA":{"ModeMerge":)" + mode_merge + R"(,"MergedModes":{)" +
+         Mode("Merged", "P3", 5, "merged",
+              R"("ModeNameInputLeft":"FactoryFloor","ModeNameInputRight":"Workflow","MergeOps":)"
+              R"({"PostBlendGamutMergeOp":"MERGE_OPERAND","PostBlendPCCMergeOp":"MERGE_OPERAND",)"
+              R"("PostBlendDitherMergeOp":"LEFT_OPERAND"})") +
+         "}}}";
 }
 inline std::string Dither(int strength_r) {
   return R"("PostBlendDither":{"enable":true,"strengthR":)" + std::to_string(strength_r) + "}";
