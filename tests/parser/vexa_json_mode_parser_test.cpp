@@ -105,6 +105,33 @@ TEST_F(ParserE2eTest, MergesThroughTheAlgorithmLibraryOrWithoutIt) {
   }
 }
 
+// A second Init only renames the panel; DeInit refuses requests until Init pushes the modes
+// again after the old ones. The debug modes list is written only while the property reads 2.
+TEST_F(ParserE2eTest, ReInitAppendsModesAndDebugListFollowsTheProperty) {
+  device_.WriteStandardPanel(false);
+  const std::string debug_list = device_.root.path() + "/data/vendor/display/vexa_debug_modes_list_panelA.json";
+  for (const char* level : {"1", "2"}) {
+    const ScopedEnv property("VENDOR_DISPLAY_KIVLOGLEVEL", level);
+    std::remove(debug_list.c_str());
+    VexaJsonModeParser parser;
+    ASSERT_EQ(parser.Init(kPanel), 0);
+    const Names once = ModesSummary(parser);
+    ASSERT_EQ(once.size(), 6u);
+    FILE* file = std::fopen(debug_list.c_str(), "r");
+    EXPECT_EQ(file != nullptr, std::string(level) == "2") << level;
+    if (file != nullptr) std::fclose(file);
+    EXPECT_EQ(parser.Init("other"), 0);
+    EXPECT_EQ(ModesSummary(parser), once);
+    EXPECT_EQ(parser.DeInit(), 0);
+    ColorModeList list{kColorModeListVersion, {}};
+    EXPECT_EQ(GetProperty(parser, kKivModesList, kColorModeListLen, &list), -22);
+    ASSERT_EQ(parser.Init(kPanel), 0);
+    Names twice = once;
+    twice.insert(twice.end(), once.begin(), once.end());
+    EXPECT_EQ(ModesSummary(parser), twice);
+  }
+}
+
 // An initialised parser on the standard panel without rules.
 class OpsTest : public ParserE2eTest {
  protected:
