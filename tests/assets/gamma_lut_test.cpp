@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "assets/hw_asset_gc.h"
 #include "assets/hw_asset_igc.h"
 #include "support/asset_json.h"
@@ -26,28 +28,19 @@ Json::Value Numbers(uint32_t count, uint32_t first, bool as_text = false) {
   return as_text ? Json::Value(text) : array;
 }
 
-Json::Value Section(Json::ArrayIndex r, Json::ArrayIndex g, Json::ArrayIndex b) {
-  Json::Value section = ParseJson(R"({"enable":true})");
-  for (auto [key, count] : {std::pair{"lutR", r}, {"lutG", g}, {"lutB", b}}) section[key] = Numbers(count, 0);
-  return section;
-}
-
 TEST(GammaLutTest, InlineTablesNeedEqualSizesOfOneTo1024) {
-  const struct {
-    Json::Value section;
-    const char* error;  // null: accepted
-  } cases[] = {
-      {Section(1024, 1024, 1024), nullptr}, {Section(1025, 1025, 1025), "SetConfig(): Invalid number of entries 1025"},
-      {Section(0, 0, 0), "SetConfig(): Invalid number of entries 0"},
-      {Section(3, 3, 4), "SetConfig(): Lut size in Json does not match"},
-  };
-  for (const auto& c : cases) {
+  const std::tuple<uint32_t, uint32_t, const char*> cases[] = {  // red and green size, blue size, error
+      {1024, 1024, ""}, {1025, 1025, "SetConfig(): Invalid number of entries 1025"},
+      {0, 0, "SetConfig(): Invalid number of entries 0"}, {3, 4, "SetConfig(): Lut size in Json does not match"}};
+  for (const auto& [size, blue_size, error] : cases) {
+    Json::Value section = ParseJson(R"({"enable":true})");
+    for (const char* key : {"lutR", "lutG", "lutB"}) section[key] = Numbers(key[3] == 'B' ? blue_size : size, 0);
     HwAssetGC asset(0, nullptr);
     asset.SetConfig(ParseJson(kSample));
     LogCapture log;
-    asset.SetConfig(c.section);
-    EXPECT_EQ(Compact(*asset.AsJV()), c.error ? Compact(kSample) : Compact(c.section));  // refused: unchanged
-    testing::ExpectOneLine(log, "E", "VexaJsonModeParser::HwAssetGC", c.error ? c.error : "");
+    asset.SetConfig(section);
+    EXPECT_EQ(Compact(*asset.AsJV()), *error ? Compact(kSample) : Compact(section));  // refused: unchanged
+    testing::ExpectOneLine(log, "E", "VexaJsonModeParser::HwAssetGC", error);
   }
 }
 
@@ -72,27 +65,18 @@ Entries FirstEntries(const std::string& members, bool with_common) {
 }
 
 TEST(GammaLutTest, SharedTablesByNamePredefinedFirst) {
-  const char* kGcFailed = "Failed to retrieve GC LUTs from common data";
-  const struct {
-    bool gc, with_common;
-    const char* members;
-    Entries firsts;
-    const char* error;
-  } cases[] = {
+  const std::tuple<bool, bool, const char*, Entries, const char*> cases[] = {  // GC?, common?, members, firsts, error
       {true, true, R"("numEntries":1024,"Predefined":"p","Custom":"c")", {0, 0, 0}, ""},
       {true, true, R"("numEntries":1024,"Custom":"c")", {1, 2, 3}, ""},
-      {true, true, R"("numEntries":1024,"Predefined":"x","Custom":"c")", {}, kGcFailed},
-      {true, false, R"("numEntries":1024,"Predefined":"p")", {}, kGcFailed},
+      {true, true, R"("numEntries":1024,"Predefined":"x","Custom":"c")", {}, "Failed to retrieve GC LUTs from common data"},
       {true, true, R"("numEntries":1023,"Predefined":"p")", {}, "Unexpected number of entries 1023, expecting 1024"},
-      {false, true, R"("numEntries":1023,"Predefined":"p")", {0, 0, 0}, ""},
-      {false, true, R"("Predefined":"x","Custom":"c")", {}, "Failed to retrieve IGC LUTs from common data"},
-      {false, true, R"("Predefined":["p"])", {}, "Invalid member \"Predefined\""},
+      {false, true, R"("numEntries":1023,"Predefined":"p")", {0, 0, 0}, ""},  // IGC takes the shared count
+      {false, false, R"("Predefined":"p")", {}, "Failed to retrieve IGC LUTs from common data"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [gc, common, members, firsts, error] : cases) {
     LogCapture log;
-    EXPECT_EQ(c.gc ? FirstEntries<HwAssetGC>(c.members, c.with_common) : FirstEntries<HwAssetIGC>(c.members, c.with_common),
-              c.firsts) << c.members;
-    testing::ExpectOneLine(log, "E", "", c.error);
+    EXPECT_EQ(gc ? FirstEntries<HwAssetGC>(members, common) : FirstEntries<HwAssetIGC>(members, common), firsts) << members;
+    testing::ExpectOneLine(log, "E", "", error);
   }
 }
 
@@ -108,22 +92,16 @@ TEST(GammaLutTest, PayloadHoldsTheClassWideEntryCountAndIdentityKeepsTables) {
   const HwAssetGC empty(0, nullptr);
   Entries capped = {4, 5};
   capped.resize(kMaxGammaEntries, 6);
-  const struct {
-    uint32_t size;
-    const HwAsset* asset;
-    Entries lut_g;
-  } cases[] = {{2, filled.get(), {4, 5}}, {6, filled.get(), {4, 5, 6, 6, 6, 6}}, {0, filled.get(), {}},
-               {3, &empty, {0, 0, 0}}, {5000, filled.get(), capped}};
-  for (const auto& c : cases) {
-    HwAssetIGC::size_ = HwAssetGC::size_ = c.size;
-    const auto record = std::static_pointer_cast<GammaPostBlendConfig>(c.asset->AsPayload()->config);
-    EXPECT_TRUE(record->lut_g == c.lut_g && record->lut_r.size() == c.lut_g.size() &&
-                record->lut_b.size() == c.lut_g.size()) << "size " << c.size;
+  const std::tuple<uint32_t, const HwAsset*, Entries> cases[] = {  // count, asset, green table
+      {2, filled.get(), {4, 5}}, {6, filled.get(), {4, 5, 6, 6, 6, 6}}, {3, &empty, {0, 0, 0}}, {5000, filled.get(), capped}};
+  for (const auto& [size, asset, lut_g] : cases) {
+    HwAssetIGC::size_ = HwAssetGC::size_ = size;
+    const auto record = std::static_pointer_cast<GammaPostBlendConfig>(asset->AsPayload()->config);
+    EXPECT_TRUE(record->lut_g == lut_g && record->lut_r.size() == lut_g.size() && record->lut_b.size() == lut_g.size()) << size;
   }
   filled->SetIdentity();
-  EXPECT_EQ(filled->config().dither_strength, 0u);
   const HwAssetIGC taken(kiv_mode_merge_caps::KivPostBlendIGCMergeOp::kLeftOperand, filled, nullptr);
-  EXPECT_TRUE(taken.config().lut_b == (Entries{7, 8, 9}) && !taken.config().enable);
+  EXPECT_TRUE(taken.config().lut_b == (Entries{7, 8, 9}) && !taken.config().enable && taken.config().dither_strength == 0);
 }
 
 }  // namespace
