@@ -1,7 +1,10 @@
 #include "formats/file_utils.h"
 
 #include <fcntl.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -57,6 +60,28 @@ TEST(FileUtilsTest, WriteReplacesTheFileUpToTheFirstZeroByteOrFailsLeavingNothin
   EXPECT_FALSE(WriteToFile("/taken", std::make_shared<std::string>("a")));  // a directory
   EXPECT_TRUE(WriteToFile("/out", nullptr) && dir.Get("out").empty());
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 2);  // no temporary
+}
+
+// A write that the file-size limit cuts off part-way (a full disk behaves alike) fails and
+// leaves the previous file whole. Run in a child so the limit and the ignored signal stay there.
+TEST(FileUtilsTest, WriteCutOffPartWayLeavesThePreviousFileIntact) {
+  testing::TempDir dir;
+  testing::ScopedEnv sysroot(kSysrootVariable, dir.path().c_str());
+  const std::string previous(8192, 'p');
+  dir.Put("version.json", previous);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    _exit(WriteToFile("/version.json", std::make_shared<std::string>(65536, 'n')) ? 1 : 0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);  // the write reported failure
+  EXPECT_EQ(dir.Get("version.json"), previous);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1);
 }
 
 }  // namespace vexa
