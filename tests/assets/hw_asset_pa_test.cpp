@@ -141,5 +141,14 @@ TEST(HwAssetPaTest, AssemblyTakesEachSectionAndItsBitsFromItsPart) {
   EXPECT_TRUE(c.ops == 0x1u && c.sky.blending_enable == 1u && c.six_zone.num_entries == 0u);  // neutral parts
 }
 
+// Edge names to trapezoid types and back; an unknown name reads as a step, a type above 3 has no name.
+TEST(HwAssetPATest, TrapezoidEdgeWordsBothWays) {
+  for (uint32_t type = 0; type < 4; ++type) {
+    EXPECT_EQ(HwAssetPA::Map(HwAssetPA::MapLeftEdge(type), HwAssetPA::MapRightEdge(type)), type);
+  }
+  EXPECT_EQ(HwAssetPA::Map("slope", "SLOPE"), 2u);
+  EXPECT_EQ(HwAssetPA::MapLeftEdge(4) + HwAssetPA::MapRightEdge(4), "INVALIDINVALID");
+}
+
 }  // namespace
 }  // namespace vexa
