@@ -73,7 +73,8 @@ class ModesFileConverter {
       if (!common[name].isNull() && !ConvertMember(common[name], &reason))
         return Fail(unit + " table " + Quoted(name), reason, error);
     }
-    if (packing_ && !validator_.CheckCommon(common, &reason)) return Fail(unit, reason, error);
+    // The library's message names the table itself.
+    if (packing_ && !validator_.CheckCommon(common, error)) return false;
     if (packing_) EncodeMembers(common, [](const std::string&) { return false; });
     return true;
   }

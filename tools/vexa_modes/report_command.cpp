@@ -62,12 +62,13 @@ MergedModeEntry EntryOf(const KivModeMergeDef& rule, const std::vector<ColorMode
 // The panel's rules as the library finds and reads them (the device tree is VEXA_SYSROOT).
 void ReadMergedModes(const std::string& panel, ReportData* data) {
   for (const char* dir : kRulesDirs) {
-    const std::string path = MapDevicePath(std::string(dir) + "/" + kRulesStem + "_" + panel + ".json");
+    // The library's file reader maps the device path below the device tree itself.
+    const std::string path = std::string(dir) + "/" + kRulesStem + "_" + panel + ".json";
     const std::shared_ptr<std::string> text = ReadFromFile(path);
     if (text->empty()) continue;
     const auto rules = json_parser::parse_mode_merge_rules(*text, panel);
     if (!rules) continue;
-    data->rules_file = path;
+    data->rules_file = MapDevicePath(path);
     for (const auto& rule : *rules) data->merged.push_back(EntryOf(*rule, data->modes));
     return;
   }

@@ -56,8 +56,8 @@ std::string MergedSection(const ReportData& data) {
 
 std::string FindingsSection(const std::optional<std::vector<Finding>>& findings) {
   std::string html = "<h2 id=\"findings\">Findings</h2>\n";
-  if (!findings) return html + "<p>No checker is built into this vexa-modes.</p>\n";
-  if (findings->empty()) return html + "<p>No findings.</p>\n";
+  if (!findings) return html + "<p class=\"no-findings\">No checker is built into this vexa-modes.</p>\n";
+  if (findings->empty()) return html + "<p class=\"no-findings\">No findings.</p>\n";
   html += "<ul class=\"findings\">\n";
   for (const Finding& f : *findings) {
     html += "<li>" + Element("span", f.severity, f.severity.c_str()) + " " +
