@@ -3,12 +3,15 @@
 //
 //   vexa-modes --root DEVICE_TREE --panel NAME list
 //   vexa-modes --root DEVICE_TREE --panel NAME show --gamut 1 --gamma 1 --intent 1
+//   vexa-modes --root DEVICE_TREE --panel NAME lint [--format json]
+//   vexa-modes lint FILE...
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
 #include <system_error>
 
 #include "tools/vexa_modes/exit_codes.h"
+#include "tools/vexa_modes/lint_command.h"
 #include "tools/vexa_modes/mode_commands.h"
 
 namespace {
@@ -38,7 +41,8 @@ int main(int argc, char** argv) {
   app.add_option("--root", options.root,
                  "Device tree that stands for the device's file system (exported as VEXA_SYSROOT)")
       ->check(CLI::ExistingDirectory);
-  app.add_option("--panel", options.panel, "Panel name handed to Init")->required();
+  app.add_option("--panel", options.panel,
+                 "Panel name handed to Init (lint FILE... takes it from the file names)");
   CLI::Option* log_option =
       app.add_option("--log-level", log_level, "Library log level (vendor.display.kivloglevel)")
           ->check(CLI::IsMember({0, 1, 2}));
@@ -53,6 +57,17 @@ int main(int argc, char** argv) {
       ->required();
   show->add_option("--intent", wanted.intent, "Render intent of the mode")->required();
 
+  CLI::App* lint = app.add_subcommand(
+      "lint", "Load the panel's files as the device does and report every problem");
+  vexa::lint::LintOptions lint_options;
+  std::string lint_format = "text";
+  lint->add_option("files", lint_options.files,
+                   "Single modes or rules files, named <stem>_<panel>.json, instead of the tree")
+      ->check(CLI::ExistingFile);
+  lint->add_option("--format", lint_format, "text or json")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -62,6 +77,18 @@ int main(int argc, char** argv) {
   if (!options.root.empty()) options.root = std::filesystem::absolute(options.root).string();
   if (log_option->count() > 0) options.log_level = log_level;
 
+  const bool panel_needed = !lint->parsed() || lint_options.files.empty();
+  if (panel_needed && options.panel.empty()) {
+    std::cerr << "vexa-modes: --panel is required\n";
+    return vexa::tools::kExitBadArguments;
+  }
+  if (lint->parsed()) {
+    lint_options.root = options.root;
+    lint_options.panel = options.panel;
+    const auto format = lint_format == "json" ? vexa::tools::LintFormat::kJson
+                                              : vexa::tools::LintFormat::kText;
+    return vexa::tools::RunLint(lint_options, format, std::cout);
+  }
   if (list->parsed()) return vexa::tools::RunList(options, std::cout, std::cerr);
   return vexa::tools::RunShow(options, wanted, std::cout, std::cerr);
 }

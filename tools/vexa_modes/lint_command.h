@@ -1,0 +1,19 @@
+// The `lint` command of vexa-modes: runs the lint over a device tree or single files and prints
+// the findings as text or JSON.
+#ifndef VEXA_TOOLS_VEXA_MODES_LINT_COMMAND_H_
+#define VEXA_TOOLS_VEXA_MODES_LINT_COMMAND_H_
+
+#include <ostream>
+
+#include "tools/lint/diagnostic.h"
+
+namespace vexa::tools {
+
+enum class LintFormat { kText, kJson };
+
+// Exit status: 0 clean (notes at most), 1 warnings only, 2 errors.
+int RunLint(const lint::LintOptions& options, LintFormat format, std::ostream& out);
+
+}  // namespace vexa::tools
+
+#endif  // VEXA_TOOLS_VEXA_MODES_LINT_COMMAND_H_
