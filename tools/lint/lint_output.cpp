@@ -33,12 +33,14 @@ std::string PlaceText(const Diagnostic& d) {
 
 }  // namespace
 
+std::string DiagnosticPlace(const Diagnostic& d) {
+  const std::string place = PlaceText(d);
+  return (d.file.empty() ? "(panel)" : d.file) + (place.empty() ? "" : ": " + place);
+}
+
 void WriteLintText(const std::vector<Diagnostic>& diagnostics, std::ostream& out) {
   for (const Diagnostic& d : diagnostics) {
-    out << SeverityWord(d.severity) << " [" << d.check << "] "
-        << (d.file.empty() ? "(panel)" : d.file);
-    const std::string place = PlaceText(d);
-    if (!place.empty()) out << ": " << place;
+    out << SeverityWord(d.severity) << " [" << d.check << "] " << DiagnosticPlace(d);
     out << "\n    " << d.message << "\n    -> "
         << (d.consequence.empty() ? "consequence not known" : d.consequence) << "\n";
   }

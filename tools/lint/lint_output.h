@@ -5,11 +5,15 @@
 #include <json/json.h>
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "tools/lint/diagnostic.h"
 
 namespace vexa::lint {
+
+// Where a finding stands: the file, then mode "x", section "y", member "z" as far as known.
+std::string DiagnosticPlace(const Diagnostic& diagnostic);
 
 // One block per finding, then a count line.
 void WriteLintText(const std::vector<Diagnostic>& diagnostics, std::ostream& out);

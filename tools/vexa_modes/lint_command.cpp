@@ -18,4 +18,17 @@ int RunLint(const lint::LintOptions& options, LintFormat format, std::ostream& o
   return lint::LintExitStatus(diagnostics);
 }
 
+std::vector<Finding> LintFindingsSource::Collect(const std::string& root, const std::string& panel) {
+  lint::LintOptions options;
+  options.root = root;
+  options.panel = panel;
+  std::vector<Finding> findings;
+  for (const lint::Diagnostic& d : lint::LintDeviceTree(options)) {
+    if (d.severity == lint::Severity::kNote) continue;  // a clean panel reports no findings
+    findings.push_back(Finding{lint::SeverityWord(d.severity), lint::DiagnosticPlace(d),
+                               d.message + " (" + d.consequence + ")"});
+  }
+  return findings;
+}
+
 }  // namespace vexa::tools

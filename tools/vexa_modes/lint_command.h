@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "tools/lint/diagnostic.h"
+#include "tools/vexa_modes/findings_source.h"
 
 namespace vexa::tools {
 
@@ -13,6 +14,12 @@ enum class LintFormat { kText, kJson };
 
 // Exit status: 0 clean (notes at most), 1 warnings only, 2 errors.
 int RunLint(const lint::LintOptions& options, LintFormat format, std::ostream& out);
+
+// The lint of a device tree as the report's findings: its warnings and errors.
+class LintFindingsSource : public FindingsSource {
+ public:
+  std::vector<Finding> Collect(const std::string& root, const std::string& panel) override;
+};
 
 }  // namespace vexa::tools
 
