@@ -5,10 +5,11 @@
 #include <sstream>
 #include <system_error>
 
+#include "examples/generator/device_file_edits.h"
 #include "examples/generator/generator_words.h"
-#include "examples/generator/modes_file_packer.h"
 #include "formats/json_access.h"
 #include "formats/json_text.h"
+#include "tools/modes_files/modes_file_packer.h"
 
 namespace vexa::example {
 namespace {
@@ -81,7 +82,7 @@ bool WriteTextFile(const std::filesystem::path& path, const std::string& text, s
 bool PackDeviceDocument(Json::Value& document, DeviceFileKind kind, const std::string& panel,
                         const RecipeExpander& expander, std::string* error) {
   return ReplacePanelPlaceholder(document, panel, error) && expander.Expand(document, error) &&
-         (kind == DeviceFileKind::kModes ? PackModesFile(document, panel, error)
+         (kind == DeviceFileKind::kModes ? tools::PackModesFile(document, error)
                                          : SetDeviceMergeVersions(document, panel, error));
 }
 
