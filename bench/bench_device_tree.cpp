@@ -15,12 +15,12 @@ namespace {
 
 namespace words = example::words;
 
-constexpr char kFactoryDir[] = "mnt/vendor/persist/display";
-constexpr char kVendorDir[] = "vendor/etc/display";
-constexpr char kFactoryStem[] = "factory_calib_data";
-constexpr char kCalibrationStem[] = "vexa_calib_data";
-constexpr char kMergeRulesStem[] = "vexa_merge_rules";
-constexpr char kDataDir[] = "data/vendor/display";
+using example::kCalibrationStem;
+using example::kDataDir;
+using example::kFactoryDir;
+using example::kFactoryStem;
+using example::kMergeRulesStem;
+using example::kVendorDir;
 
 constexpr uint32_t kFileVersionInline = 2;
 constexpr uint32_t kFileVersionShared = 3;

@@ -21,7 +21,6 @@
 namespace vexa::bench {
 namespace {
 
-constexpr char kDefaultModeCounts[] = "10,40,160";
 constexpr uint32_t kRatioModes = 40;
 constexpr uint32_t kLargeModes = 160;
 constexpr double kInitOverFloorLimit = 1.15;
@@ -105,20 +104,14 @@ void RestoreLog(int saved) {
 
 int main(int argc, char** argv) {
   using namespace vexa::bench;
-  const std::string counts_text = TakeFlag(&argc, argv, "vexa_modes").value_or(kDefaultModeCounts);
-  const std::optional<std::string> margin_text = TakeFlag(&argc, argv, "vexa_check_margin");
+  BenchOptions options;
+  if (!TakeBenchOptions(&argc, argv, &options)) return 2;
   const bool show_log = TakeFlag(&argc, argv, "vexa_show_log").has_value();
-  const std::vector<uint32_t> counts = ParseModeCounts(counts_text);
-  const double margin = margin_text ? std::atof(margin_text->c_str()) : 0;
-  if (counts.empty() || (margin_text && margin <= 0)) {
-    std::fprintf(stderr, "usage: %s [--vexa_modes=10,40,160] [--vexa_check_margin=M] [--vexa_show_log=1]\n", argv[0]);
-    return 2;
-  }
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
 
   vexa::SetLogLevel(0);
-  RegisterPipelineBenchmarks(counts);
+  RegisterPipelineBenchmarks(options.mode_counts);
   MedianReporter reporter;
   reporter.SetErrorStream(&std::cout);
   const int saved_stderr = show_log ? -1 : SilenceLibraryLog();
@@ -126,10 +119,5 @@ int main(int argc, char** argv) {
   RestoreLog(saved_stderr);
   benchmark::Shutdown();
 
-  const TargetTable targets = Targets(reporter);
-  targets.Print(stdout);
-  if (!margin_text) return 0;
-  const bool met = targets.Met(margin);
-  std::printf("%s (margin %.2f)\n", met ? "targets met" : "TARGETS MISSED", margin);
-  return met ? 0 : 1;
+  return Targets(reporter).Finish(options.check_margin);
 }

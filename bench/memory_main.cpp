@@ -19,7 +19,6 @@
 namespace vexa::bench {
 namespace {
 
-constexpr char kDefaultModeCounts[] = "10,40,160";
 constexpr double kPeakOverRetainedLimit = 2.0;
 
 struct InitMemory {
@@ -62,12 +61,10 @@ std::optional<InitMemory> MeasureInit(uint32_t modes) {
 
 int main(int argc, char** argv) {
   using namespace vexa::bench;
-  const std::string counts_text = TakeFlag(&argc, argv, "vexa_modes").value_or(kDefaultModeCounts);
-  const std::optional<std::string> margin_text = TakeFlag(&argc, argv, "vexa_check_margin");
-  const std::vector<uint32_t> counts = ParseModeCounts(counts_text);
-  const double margin = margin_text ? std::atof(margin_text->c_str()) : 0;
-  if (counts.empty() || argc != 1 || (margin_text && margin <= 0)) {
-    std::fprintf(stderr, "usage: %s [--vexa_modes=10,40,160] [--vexa_check_margin=M]\n", argv[0]);
+  BenchOptions options;
+  if (!TakeBenchOptions(&argc, argv, &options)) return 2;
+  if (argc != 1) {
+    std::fprintf(stderr, "%s: unknown argument %s\n", argv[0], argv[1]);
     return 2;
   }
   if (!HeapCounter::FindJsonLibrary() || !JsonStorageVisible()) {
@@ -78,7 +75,7 @@ int main(int argc, char** argv) {
   TargetTable targets;
   std::printf("%8s %12s %14s %14s %10s %12s\n", "modes", "file bytes", "retained", "peak growth",
               "peak/ret", "JSON held");
-  for (uint32_t modes : counts) {
+  for (uint32_t modes : options.mode_counts) {
     const std::optional<InitMemory> memory = MeasureInit(modes);
     if (!memory) return 1;
     const double ratio = memory->retained > 0
@@ -90,9 +87,5 @@ int main(int argc, char** argv) {
     targets.Add("Init peak growth / retained, " + size, ratio, kPeakOverRetainedLimit, "");
     targets.Add("JSON bytes held after Init, " + size, static_cast<double>(memory->json_held), 0, "B");
   }
-  targets.Print(stdout);
-  if (!margin_text) return 0;
-  const bool met = targets.Met(margin);
-  std::printf("%s (margin %.2f)\n", met ? "targets met" : "TARGETS MISSED", margin);
-  return met ? 0 : 1;
+  return targets.Finish(options.check_margin);
 }

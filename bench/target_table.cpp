@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 namespace vexa::bench {
@@ -26,6 +27,24 @@ bool TargetTable::Met(double margin) const {
     if (row.measured && *row.measured > row.limit * margin) return false;
   }
   return true;
+}
+
+int TargetTable::Finish(std::optional<double> margin) const {
+  Print(stdout);
+  if (!margin) return 0;
+  const bool met = Met(*margin);
+  std::printf("%s (margin %.2f)\n", met ? "targets met" : "TARGETS MISSED", *margin);
+  return met ? 0 : 1;
+}
+
+bool TakeBenchOptions(int* argc, char** argv, BenchOptions* options) {
+  const std::string counts = TakeFlag(argc, argv, "vexa_modes").value_or("10,40,160");
+  const std::optional<std::string> margin = TakeFlag(argc, argv, "vexa_check_margin");
+  options->mode_counts = ParseModeCounts(counts);
+  if (margin) options->check_margin = std::atof(margin->c_str());
+  if (!options->mode_counts.empty() && (!margin || *options->check_margin > 0)) return true;
+  std::fprintf(stderr, "usage: %s [--vexa_modes=10,40,160] [--vexa_check_margin=M] ...\n", argv[0]);
+  return false;
 }
 
 std::optional<std::string> TakeFlag(int* argc, char** argv, const char* name) {

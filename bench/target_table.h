@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <vector>
+#include <cstdint>
 
 namespace vexa::bench {
 
@@ -20,6 +21,9 @@ class TargetTable {
   void Print(std::FILE* out) const;
   // True when every measured target lies within limit x margin.
   bool Met(double margin) const;
+  // Prints the table and, given a margin, whether the targets are met; the exit status: 1 when
+  // missed beyond the margin, else 0.
+  int Finish(std::optional<double> margin) const;
 
  private:
   struct Row {
@@ -30,6 +34,14 @@ class TargetTable {
   };
   std::vector<Row> rows_;
 };
+
+// The flags both benchmark programs take: --vexa_modes=10,40,160 (the default) and
+// --vexa_check_margin=M. Removed from the arguments; false (with a usage line) when malformed.
+struct BenchOptions {
+  std::vector<uint32_t> mode_counts;
+  std::optional<double> check_margin;
+};
+bool TakeBenchOptions(int* argc, char** argv, BenchOptions* options);
 
 // The value of "--<name>=<value>" among the arguments, removed from them; empty when absent.
 std::optional<std::string> TakeFlag(int* argc, char** argv, const char* name);

@@ -16,13 +16,6 @@ namespace {
 
 constexpr char kPanelSource[] = "panel.json";
 constexpr char kJsonSuffix[] = ".json";
-// Where the device keeps its files and where the library writes its own.
-constexpr char kFactoryDir[] = "mnt/vendor/persist/display";
-constexpr char kVendorDir[] = "vendor/etc/display";
-constexpr char kDataDir[] = "data/vendor/display";
-constexpr char kFactoryStem[] = "factory_calib_data";
-constexpr char kCalibrationStem[] = "vexa_calib_data";
-constexpr char kMergeRulesStem[] = "vexa_merge_rules";
 
 std::optional<Json::Value> ReadJsonFile(const std::filesystem::path& path, std::string* error) {
   std::ifstream file(path, std::ios::binary);

@@ -12,6 +12,14 @@
 
 namespace vexa::example {
 
+// Where the device keeps its files and where the library writes its own, below a tree's root.
+inline constexpr char kFactoryDir[] = "mnt/vendor/persist/display";
+inline constexpr char kVendorDir[] = "vendor/etc/display";
+inline constexpr char kDataDir[] = "data/vendor/display";
+inline constexpr char kFactoryStem[] = "factory_calib_data";
+inline constexpr char kCalibrationStem[] = "vexa_calib_data";
+inline constexpr char kMergeRulesStem[] = "vexa_merge_rules";
+
 enum class DeviceFileKind { kModes, kMergeRules };
 
 // Turns an unpacked document into the form the device reads: the panel key in place of "@panel",
