@@ -19,6 +19,9 @@ class DecimalListReader {
   // The next field's number. False when the list is used up, or the field holds no decimal
   // number or one above 32 bits (the reader then stays failed).
   bool Next(uint32_t* value);
+  // The next `count` fields' numbers into values[0], values[1], ...: how many were read, fewer
+  // than `count` when the list ends or a field is malformed (as Next would fail there).
+  size_t Next(uint32_t* values, size_t count);
 
   bool exhausted() const { return pos_ > text_.size(); }
 
