@@ -1,6 +1,9 @@
 #include "formats/hex_coding.h"
 
+#include <cstdint>
 #include <cstring>
+
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "hex pairs are looked up as little-endian words");
 
 namespace vexa {
 namespace {
@@ -12,20 +15,44 @@ inline void PutByte(unsigned char byte, char* out) {
   out[1] = kHexDigits[byte & 0xF];
 }
 
-// The value of every character as a hex digit; any other character counts as 0.
-struct NibbleTable {
-  unsigned char value[256] = {};
-  constexpr NibbleTable() {
-    for (int c = '0'; c <= '9'; ++c) value[c] = static_cast<unsigned char>(c - '0');
-    for (int c = 'A'; c <= 'F'; ++c) value[c] = static_cast<unsigned char>(c - 'A' + 10);
-    for (int c = 'a'; c <= 'f'; ++c) value[c] = static_cast<unsigned char>(c - 'a' + 10);
-  }
-};
-constexpr NibbleTable kNibbles;
+inline unsigned Nibble(unsigned c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return 0;  // any other character counts as 0
+}
 
-inline char GetByte(const char* in) {
-  const auto* digits = reinterpret_cast<const unsigned char*>(in);
-  return static_cast<char>((kNibbles.value[digits[0]] << 4) | kNibbles.value[digits[1]]);
+// The byte of every pair of characters, indexed by the pair read as a little-endian 16-bit word
+// (the first character in the low byte): one look-up per decoded byte. Built on first use (64 KiB).
+class PairTable {
+ public:
+  PairTable() {
+    for (unsigned first = 0; first < 256; ++first) {
+      for (unsigned second = 0; second < 256; ++second) {
+        bytes_[second << 8 | first] = static_cast<char>(Nibble(first) << 4 | Nibble(second));
+      }
+    }
+  }
+  char Byte(const char* in) const {
+    uint16_t pair = 0;
+    std::memcpy(&pair, in, sizeof(pair));
+    return bytes_[pair];
+  }
+  // Four characters: the byte of their first pair and the byte of their second pair.
+  void Bytes(const char* in, char* first, char* second) const {
+    uint32_t quad = 0;
+    std::memcpy(&quad, in, sizeof(quad));
+    *first = bytes_[quad & 0xFFFF];
+    *second = bytes_[quad >> 16];
+  }
+
+ private:
+  char bytes_[256 * 256];
+};
+
+const PairTable& Pairs() {
+  static const PairTable* const kTable = new PairTable();
+  return *kTable;
 }
 
 }  // namespace
@@ -53,17 +80,16 @@ void DecodeHexText(std::string_view text, std::string& output) {
   if (length < 2 || length % 2 != 0) return;
   const size_t n = length / 2;
   std::string bytes(n, '\0');
+  const PairTable& pairs = Pairs();
   const char* in = text.data();
+  char* out = bytes.data();
   size_t i = 0;
   if (n % 2 == 1) {
-    bytes[0] = GetByte(in);
+    out[0] = pairs.Byte(in);
     in += 2;
     i = 1;
   }
-  for (; i + 1 < n; i += 2, in += 4) {
-    bytes[i + 1] = GetByte(in);
-    bytes[i] = GetByte(in + 2);
-  }
+  for (; i + 1 < n; i += 2, in += 4) pairs.Bytes(in, &out[i + 1], &out[i]);
   // The decoded documents are JSON text: the result ends at its first zero byte.
   const void* zero = std::memchr(bytes.data(), '\0', n);
   if (zero != nullptr) bytes.resize(static_cast<size_t>(static_cast<const char*>(zero) - bytes.data()));
