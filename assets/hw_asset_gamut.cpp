@@ -33,7 +33,12 @@ void WriteLength(std::vector<unsigned char>* block) {
 }
 
 bool ReadOutputWords(DecimalListReader& numbers, GamutEntry& entry) {
-  return numbers.Next(&entry.out_0) && numbers.Next(&entry.out_1) && numbers.Next(&entry.out_2);
+  uint32_t out[3];
+  if (numbers.Next(out, 3) != 3) return false;
+  entry.out_0 = out[0];
+  entry.out_1 = out[1];
+  entry.out_2 = out[2];
+  return true;
 }
 
 // The text of a string element, without a copy; other elements go through the reader, which
@@ -161,13 +166,32 @@ void HwAssetGamut::FillRgbInEntries(GamutConfig* record) {
   }
 }
 
+void HwAssetGamut::SetConfig(const Json::Value& config) {
+  // The inline form can be refused halfway through its rows: it goes through a fresh record.
+  if (asset_version_ < kSharedTablesAssetVersion) {
+    HwAssetBase::SetConfig(config);
+    return;
+  }
+  // The shared form decides everything before it writes, so the table (115 KiB) is copied
+  // straight into the record instead of through a zeroed fresh one.
+  JsonFieldReader reader(config, kLogLabel);
+  const bool enable = reader.Bool(keys::kEnable);
+  std::unique_ptr<GamutConfig> tuning;
+  std::shared_ptr<GamutConfig> shared;
+  if (reader.ok() && enable) shared = ReadSharedTables(reader, &tuning);
+  if (!shared || !reader.ok()) {
+    SetIdentity();
+    return;
+  }
+  CopyAfterLen(*shared, &record_);
+  record_.enable = true;
+  if (tuning) tuning_ = std::move(tuning);
+}
+
 ReadResult HwAssetGamut::ReadJson(JsonFieldReader& reader, GamutConfig& fresh) {
   fresh.grid_mode = kGridMode;
   std::unique_ptr<GamutConfig> tuning;
-  const bool accepted = asset_version_ < kSharedTablesAssetVersion
-                            ? ReadInlineTables(reader, fresh, &tuning)
-                            : ReadSharedTables(reader, fresh, &tuning);
-  if (!accepted || !reader.ok()) return ReadResult::kIdentity;
+  if (!ReadInlineTables(reader, fresh, &tuning) || !reader.ok()) return ReadResult::kIdentity;
   if (tuning) tuning_ = std::move(tuning);
   return ReadResult::kStore;
 }
@@ -191,31 +215,30 @@ bool HwAssetGamut::ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
   return ReadEntryRows(reader, keys::kGamutTuning, tuning_rows, tuning->get());
 }
 
-bool HwAssetGamut::ReadSharedTables(JsonFieldReader& reader, GamutConfig& fresh,
-                                    std::unique_ptr<GamutConfig>* tuning) {
+std::shared_ptr<GamutConfig> HwAssetGamut::ReadSharedTables(JsonFieldReader& reader,
+                                                           std::unique_ptr<GamutConfig>* tuning) {
   const uint32_t count = reader.Uint(keys::kNumEntries);
-  if (!reader.ok()) return false;
+  if (!reader.ok()) return nullptr;
   if (count != kGamutEntries) {
     GAMUT_LOGE_SET_CONFIG("Unexpected number of gamut entries %d, expecting %d", static_cast<int>(count),
                           static_cast<int>(kGamutEntries));
-    return false;
+    return nullptr;
   }
-  const std::shared_ptr<GamutConfig> shared = LookUpSharedTable(reader);
-  if (!reader.ok()) return false;
+  std::shared_ptr<GamutConfig> shared = LookUpSharedTable(reader);
+  if (!reader.ok()) return nullptr;
   if (!shared) {
     GAMUT_LOGE_SET_CONFIG("Failed to retrieve Gamut LUTs from common data");
-    return false;
+    return nullptr;
   }
-  CopyAfterLen(*shared, &fresh);
-
-  if (!reader.Has(keys::kGamutTuning)) return true;
+  if (!reader.Has(keys::kGamutTuning)) return shared;
   const std::string_view text = reader.StringView(keys::kGamutTuning);
-  if (!reader.ok()) return false;
+  if (!reader.ok()) return nullptr;
   *tuning = NewRecord();
   (*tuning)->enable = true;
   (*tuning)->grid_mode = kGridMode;
   (*tuning)->num_entries = count;
-  return ReadEntryStream(text, tuning->get());
+  if (!ReadEntryStream(text, tuning->get())) return nullptr;
+  return shared;
 }
 
 std::shared_ptr<GamutConfig> HwAssetGamut::LookUpSharedTable(JsonFieldReader& reader) {

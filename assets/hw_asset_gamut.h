@@ -35,6 +35,7 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
                std::shared_ptr<HwAssetGamut> left, std::shared_ptr<HwAssetGamut> right);
 
   using HwAssetBase::SetConfig;
+  void SetConfig(const Json::Value& config) override;
   // Main record disabled, entries kept; the tuning record is kept.
   void SetIdentity() override;
 
@@ -54,15 +55,16 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
 
  private:
   friend class HwAssetBase<HwAssetGamut, GamutConfig>;
-  // Reads the main table into `fresh` and, when "Tuning" is present, a new tuning record (stored
-  // only when the whole section is accepted).
+  // The inline form: the main table into `fresh` and, when "Tuning" is present, a new tuning
+  // record (stored only when the whole section is accepted).
   ReadResult ReadJson(JsonFieldReader& reader, GamutConfig& fresh);
   void WriteJson(Json::Value& json) const;
-  // The two JSON forms. Each returns false to refuse the section; `tuning` is set when present.
+  // False refuses the section; `tuning` is set when present.
   bool ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
                         std::unique_ptr<GamutConfig>* tuning);
-  bool ReadSharedTables(JsonFieldReader& reader, GamutConfig& fresh,
-                        std::unique_ptr<GamutConfig>* tuning);
+  // The shared form: the common-data table to copy, every check and the tuning table done.
+  std::shared_ptr<GamutConfig> ReadSharedTables(JsonFieldReader& reader,
+                                                std::unique_ptr<GamutConfig>* tuning);
   // The common-data table named by "Predefined" (preferred) or "Custom"; null when none.
   std::shared_ptr<GamutConfig> LookUpSharedTable(JsonFieldReader& reader);
   // The tuning record to write into, made (zero) on first use.

@@ -116,6 +116,21 @@ TEST(HwAssetGamutTest, InlineAndSharedTablesWithTheirTuningForms) {
   EXPECT_EQ((*asset->AsJV())["mapFine"].size(), kEntries);
 }
 
+// A refused shared-form section switches the block off without touching the tables it held:
+// neither the main entries nor the tuning record take anything of the refused one.
+TEST(HwAssetGamutTest, RefusedSharedSectionKeepsTheEarlierTables) {
+  const std::string full = Rows(5, kEntries, true).asString();
+  Json::Value other = ParseJson(R"({"enable":true,"numEntries":4913,"Custom":"b"})");
+  other["Tuning"] = full.substr(0, full.rfind(','));
+  LogCapture log;
+  auto asset = Read(3, Section(0, 0, full));
+  asset->SetConfig(other);
+  ExpectOneLine(log, "E", kWhere, R"("Tuning" holds fewer than 4913 entries)");
+  ExpectDisabled(asset->config());
+  ExpectEntries(asset->config().entries, 3, kEntries);
+  ExpectEntries(asset->tuning_config().entries, 5, kEntries);
+}
+
 // A failed call leaves the block off: the double's result is not used.
 TEST(HwAssetGamutTest, MergeFramesEveryGridPointOfLeftMainAndRightTuning) {
   LogCapture log;
