@@ -11,10 +11,15 @@ constexpr char kSetConfig[] = "SetConfig";
 // that a stray length cannot make a payload of gigabytes.
 uint32_t PayloadEntries(uint32_t entries) { return std::min(entries, kMaxGammaEntries); }
 
+// Walked with iterators: jsoncpp's arrays are ordered maps, where indexing costs a search. An
+// element that is not a plain unsigned number goes through the reader (conversion or refusal).
 void ReadChannel(JsonFieldReader& reader, const Json::Value& entries, const char* member,
                  std::vector<uint32_t>& out) {
   out.resize(entries.size());
-  for (Json::ArrayIndex i = 0; i < entries.size(); ++i) out[i] = reader.ElementUint(entries, i, member);
+  Json::ArrayIndex i = 0;
+  for (auto it = entries.begin(); it != entries.end(); ++it, ++i) {
+    out[i] = it->isUInt() ? it->asUInt() : reader.ElementUint(entries, i, member);
+  }
 }
 
 Json::Value ChannelJson(const std::vector<uint32_t>& channel) {
@@ -24,10 +29,10 @@ Json::Value ChannelJson(const std::vector<uint32_t>& channel) {
 }
 
 void FitChannel(const std::vector<uint32_t>& from, uint32_t entries, std::vector<uint32_t>& out) {
-  out.clear();
-  out.reserve(entries);
   const uint32_t pad = from.empty() ? 0 : from.back();
-  for (uint32_t i = 0; i < entries; ++i) out.push_back(i < from.size() ? from[i] : pad);
+  const size_t copied = std::min<size_t>(entries, from.size());
+  out.assign(from.begin(), from.begin() + static_cast<std::ptrdiff_t>(copied));
+  out.resize(entries, pad);
 }
 
 }  // namespace

@@ -70,13 +70,11 @@ class HwAssetBase : public HwAsset {
   }
 
   std::shared_ptr<HwConfigPayload> AsPayload() const override {
-    std::shared_ptr<Record> record(new (std::nothrow) Record());
+    std::shared_ptr<Record> record(NewPayloadRecord());
     if (!record) {
       VKR_LOGE_AT(Derived::kLogLabel, "AsPayload", __LINE__, "hw_payload is null");
       return nullptr;
     }
-    record->len = Derived::kRecordLen;
-    derived().FillPayload(*record);
     auto payload = std::make_shared<HwConfigPayload>();
     payload->size = kHwConfigPayloadSize;
     payload->name = Derived::kPayloadName;
@@ -137,6 +135,24 @@ class HwAssetBase : public HwAsset {
       return;
     }
     derived().CopyFromOperand(*source);
+  }
+
+  // The payload's copy of the record, len set. A flat record is copied byte for byte into
+  // uninitialised memory (payloads are made on every publication; the gamut record is 115 KiB);
+  // a record that owns heap data starts zeroed and is filled by the FillPayload hook.
+  Record* NewPayloadRecord() const {
+    Record* record = nullptr;
+    if constexpr (std::is_trivially_copyable_v<Record>) {
+      static_assert(&Derived::FillPayload == &HwAssetBase::FillPayload,
+                    "a flat record's payload is a whole copy");
+      record = new (std::nothrow) Record;
+      if (record != nullptr) std::memcpy(static_cast<void*>(record), &record_, sizeof(Record));
+    } else {
+      record = new (std::nothrow) Record();
+      if (record != nullptr) derived().FillPayload(*record);
+    }
+    if (record != nullptr) record->len = Derived::kRecordLen;
+    return record;
   }
 
   // Default hooks.

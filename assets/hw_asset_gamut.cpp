@@ -36,6 +36,22 @@ bool ReadOutputWords(DecimalListReader& numbers, GamutEntry& entry) {
   return numbers.Next(&entry.out_0) && numbers.Next(&entry.out_1) && numbers.Next(&entry.out_2);
 }
 
+// The text of a string element, without a copy; other elements go through the reader, which
+// converts what it can (into `converted`) and refuses the rest naming the member.
+bool ElementText(JsonFieldReader& reader, const Json::Value& array, const Json::Value& element,
+                 Json::ArrayIndex index, const char* key, std::string* converted,
+                 std::string_view* text) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (element.isString() && element.getString(&begin, &end)) {
+    *text = std::string_view(begin, static_cast<size_t>(end - begin));
+    return true;
+  }
+  *converted = reader.ElementString(array, index, key);
+  *text = *converted;
+  return reader.ok();
+}
+
 // Inline form: an array of "out_0,out_1,out_2" strings filling the entries in order.
 bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& rows,
                    GamutConfig* record) {
@@ -45,14 +61,17 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
                           kGamutEntries, where.c_str());
     return false;
   }
-  for (Json::ArrayIndex i = 0; i < rows.size(); ++i) {
-    const std::string row = reader.ElementString(rows, i, key);
-    if (!reader.ok()) return false;
+  // Walked with iterators: jsoncpp's arrays are ordered maps, where indexing costs a search.
+  Json::ArrayIndex i = 0;
+  std::string converted;
+  for (auto it = rows.begin(); it != rows.end(); ++it, ++i) {
+    std::string_view row;
+    if (!ElementText(reader, rows, *it, i, key, &converted, &row)) return false;
     DecimalListReader numbers(row);
     if (!ReadOutputWords(numbers, record->entries[i])) {
       const std::string where = JsonContextSuffix();
       GAMUT_LOGE_SET_CONFIG("\"%s\" entry %u: \"%s\" is not three decimal numbers%s", key, i,
-                            row.c_str(), where.c_str());
+                            std::string(row).c_str(), where.c_str());
       return false;
     }
   }
@@ -84,7 +103,7 @@ bool ReadEntryStream(std::string_view text, GamutConfig* record) {
 }  // namespace
 
 HwAssetGamut::HwAssetGamut(uint32_t asset_version, std::shared_ptr<HwAssetsCommonData> common)
-    : HwAssetBase(asset_version, std::move(common)), tuning_(NewRecord()) {}
+    : HwAssetBase(asset_version, std::move(common)) {}
 
 HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostBlendGamutMergeOp op,
                            std::shared_ptr<HwAssetGamut> left, std::shared_ptr<HwAssetGamut> right)
@@ -94,7 +113,7 @@ HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostB
     return;
   }
   if (left && right && algo != nullptr) {
-    Merge(algo, left->record_, *right->tuning_);
+    Merge(algo, left->record_, right->MutableTuning());
     return;
   }
   VKR_LOGE("Gamut Merge Error: Source (either left or right operand) is empty or vexa_algo_intf is nullptr");
@@ -109,7 +128,17 @@ void HwAssetGamut::SetIdentity() {
   record_.num_entries = 0;
 }
 
-void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, tuning_.get()); }
+void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, &MutableTuning()); }
+
+const GamutConfig& HwAssetGamut::tuning_config() const {
+  static const GamutConfig* const kNoTuning = NewRecord().release();
+  return tuning_ ? *tuning_ : *kNoTuning;
+}
+
+GamutConfig& HwAssetGamut::MutableTuning() {
+  if (!tuning_) tuning_ = NewRecord();
+  return *tuning_;
+}
 
 uint32_t HwAssetGamut::GridLevel(uint32_t k) { return std::min(k * kGridStep, kGridMax); }
 
@@ -180,7 +209,7 @@ bool HwAssetGamut::ReadSharedTables(JsonFieldReader& reader, GamutConfig& fresh,
   CopyAfterLen(*shared, &fresh);
 
   if (!reader.Has(keys::kGamutTuning)) return true;
-  const std::string text = reader.String(keys::kGamutTuning);
+  const std::string_view text = reader.StringView(keys::kGamutTuning);
   if (!reader.ok()) return false;
   *tuning = NewRecord();
   (*tuning)->enable = true;

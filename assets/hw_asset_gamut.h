@@ -39,7 +39,8 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
   void SetIdentity() override;
 
   void SetTuningConfig(const GamutConfig& record);
-  const GamutConfig& tuning_config() const { return *tuning_; }
+  // The tuning record; a zero record until one is read or set.
+  const GamutConfig& tuning_config() const;
 
   // Combines `left` (main) and `right` (tuning) into this asset's main record. Writes the grid's
   // input points into both operands first.
@@ -64,7 +65,11 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
                         std::unique_ptr<GamutConfig>* tuning);
   // The common-data table named by "Predefined" (preferred) or "Custom"; null when none.
   std::shared_ptr<GamutConfig> LookUpSharedTable(JsonFieldReader& reader);
+  // The tuning record to write into, made (zero) on first use.
+  GamutConfig& MutableTuning();
 
+  // Null until a tuning table is read, set or merged against: most gamut assets have none, and
+  // each record is 115 KiB.
   std::unique_ptr<GamutConfig> tuning_;
 };
 

@@ -1,10 +1,13 @@
 #include "formats/decimal_list.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstring>
+#include <limits>
 
 namespace vexa {
 namespace {
+
+inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 inline bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
@@ -12,23 +15,30 @@ inline bool IsBlank(char c) {
 
 }  // namespace
 
+// One pass over the field: blanks, an optional plus sign, the digits, then on to the next comma.
 bool DecimalListReader::Next(uint32_t* value) {
   if (pos_ > text_.size()) return false;
-  size_t comma = text_.find(',', pos_);
-  const size_t field_end = (comma == std::string_view::npos) ? text_.size() : comma;
-  size_t start = pos_;
-  while (start < field_end && IsBlank(text_[start])) ++start;
+  const char* at = text_.data() + pos_;
+  const char* const end = text_.data() + text_.size();
   // Fail for good: a bad field poisons the rest of the list.
   pos_ = text_.size() + 1;
+  while (at < end && IsBlank(*at)) ++at;
   // A plus sign is accepted as the C library's conversion accepts it; a minus sign is not, as
   // no negative number belongs in an unsigned table.
-  if (start < field_end && text_[start] == '+') ++start;
-  if (start == field_end) return false;
-  const char* first = text_.data() + start;
-  const char* last = text_.data() + field_end;
-  auto [ptr, ec] = std::from_chars(first, last, *value, 10);
-  if (ec != std::errc() || ptr == first) return false;
-  pos_ = (comma == std::string_view::npos) ? text_.size() + 1 : comma + 1;
+  if (at < end && *at == '+') ++at;
+  if (at == end || !IsDigit(*at)) return false;
+  uint64_t number = 0;
+  for (; at < end && IsDigit(*at); ++at) {
+    number = number * 10 + static_cast<uint64_t>(*at - '0');
+    if (number > std::numeric_limits<uint32_t>::max()) return false;
+  }
+  *value = static_cast<uint32_t>(number);
+  // The rest of the field, up to its comma, is skipped.
+  if (at < end && *at != ',') {
+    const void* comma = std::memchr(at, ',', static_cast<size_t>(end - at));
+    at = comma == nullptr ? end : static_cast<const char*>(comma);
+  }
+  pos_ = at == end ? text_.size() + 1 : static_cast<size_t>(at - text_.data()) + 1;
   return true;
 }
 

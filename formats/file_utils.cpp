@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "platform/device_paths.h"
 #include "platform/log.h"
@@ -75,21 +76,22 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
     std::fclose(file);
     return EmptyText();
   }
-  char* buffer = static_cast<char*>(std::malloc(static_cast<size_t>(length)));
-  if (buffer == nullptr) {
+  // Read straight into the result: files run to megabytes, and a second buffer would cost a copy.
+  auto text = std::make_shared<std::string>();
+  try {
+    text->resize(static_cast<size_t>(length));
+  } catch (const std::bad_alloc&) {
     std::fclose(file);
     return EmptyText();
   }
-  const size_t read = std::fread(buffer, 1, static_cast<size_t>(length), file);
+  const size_t read = std::fread(text->data(), 1, static_cast<size_t>(length), file);
   if (read < static_cast<size_t>(length) && std::ferror(file)) {
     VKR_LOGE("error: expected %d bytes. Read %d bytes", length, static_cast<int>(read));
     std::fclose(file);
-    std::free(buffer);
     return EmptyText();
   }
   std::fclose(file);
-  auto text = std::make_shared<std::string>(buffer, read);
-  std::free(buffer);
+  text->resize(read);
   VKR_LOGI(2, "read successfully");
   return text;
 }

@@ -12,14 +12,21 @@ inline void PutByte(unsigned char byte, char* out) {
   out[1] = kHexDigits[byte & 0xF];
 }
 
-inline unsigned Nibble(char c) {
-  if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-  if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
-  if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-  return 0;
-}
+// The value of every character as a hex digit; any other character counts as 0.
+struct NibbleTable {
+  unsigned char value[256] = {};
+  constexpr NibbleTable() {
+    for (int c = '0'; c <= '9'; ++c) value[c] = static_cast<unsigned char>(c - '0');
+    for (int c = 'A'; c <= 'F'; ++c) value[c] = static_cast<unsigned char>(c - 'A' + 10);
+    for (int c = 'a'; c <= 'f'; ++c) value[c] = static_cast<unsigned char>(c - 'a' + 10);
+  }
+};
+constexpr NibbleTable kNibbles;
 
-inline char GetByte(const char* in) { return static_cast<char>((Nibble(in[0]) << 4) | Nibble(in[1])); }
+inline char GetByte(const char* in) {
+  const auto* digits = reinterpret_cast<const unsigned char*>(in);
+  return static_cast<char>((kNibbles.value[digits[0]] << 4) | kNibbles.value[digits[1]]);
+}
 
 }  // namespace
 
@@ -58,7 +65,8 @@ void DecodeHexText(std::string_view text, std::string& output) {
     bytes[i] = GetByte(in + 2);
   }
   // The decoded documents are JSON text: the result ends at its first zero byte.
-  bytes.resize(std::strlen(bytes.c_str()));
+  const void* zero = std::memchr(bytes.data(), '\0', n);
+  if (zero != nullptr) bytes.resize(static_cast<size_t>(static_cast<const char*>(zero) - bytes.data()));
   output = std::move(bytes);
 }
 

@@ -141,6 +141,15 @@ std::string JsonFieldReader::String(const char* key) {
   return Convertible(value, Json::stringValue, key, "string") ? value.asString() : std::string();
 }
 
+std::string_view JsonFieldReader::StringView(const char* key) {
+  const Json::Value& value = Raw(key);
+  if (!Convertible(value, Json::stringValue, key, "string") || !value.isString()) return {};
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (!value.getString(&begin, &end)) return {};
+  return std::string_view(begin, static_cast<size_t>(end - begin));
+}
+
 const Json::Value& JsonFieldReader::Array(const char* key) {
   const Json::Value& value = Raw(key);
   if (value.isNull() || value.isArray()) return value;

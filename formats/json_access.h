@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vexa {
@@ -73,6 +74,8 @@ class JsonFieldReader {
   float Float(const char* key);
   bool Bool(const char* key);
   std::string String(const char* key);
+  // The same without a copy: a view of the member's text, valid while the object lives.
+  std::string_view StringView(const char* key);
   // An array member (a null value when missing); anything else but null refuses the unit.
   const Json::Value& Array(const char* key);
   // An object member (a null value when missing); anything else but null refuses the unit.

@@ -1,6 +1,7 @@
 #include "formats/json_text.h"
 
 #include <algorithm>
+#include <cstring>
 
 // The old Reader and FastWriter are jsoncpp's deprecated classes, kept for their exact
 // behaviour: strict mode as the files were always read, and the one-line form they were written in.
@@ -9,22 +10,32 @@
 
 namespace vexa {
 
+namespace {
+
+// The position just past the closing quote of the string whose contents start at `pos`, or the
+// text's size when it is not closed. Files carry long hex strings: memchr finds the candidate
+// quotes, and a quote preceded by an odd run of backslashes is escaped.
+size_t SkipStringContents(std::string_view text, size_t pos) {
+  while (pos < text.size()) {
+    const void* hit = std::memchr(text.data() + pos, '"', text.size() - pos);
+    if (hit == nullptr) break;
+    const size_t quote = static_cast<size_t>(static_cast<const char*>(hit) - text.data());
+    size_t run_start = quote;
+    while (run_start > pos && text[run_start - 1] == '\\') --run_start;
+    if ((quote - run_start) % 2 == 0) return quote + 1;
+    pos = quote + 1;
+  }
+  return text.size();
+}
+
+}  // namespace
+
 size_t JsonNestingDepth(std::string_view text) {
   size_t depth = 0;  // containers open at this point
   size_t deepest = 0;
-  bool in_string = false;
-  bool escaped = false;
-  for (char c : text) {
-    if (in_string) {
-      if (escaped) {
-        escaped = false;
-      } else if (c == '\\') {
-        escaped = true;
-      } else if (c == '"') {
-        in_string = false;
-      }
-      continue;
-    }
+  size_t i = 0;
+  while (i < text.size()) {
+    const char c = text[i++];
     switch (c) {
       case ' ':
       case '\t':
@@ -46,7 +57,7 @@ size_t JsonNestingDepth(std::string_view text) {
         // one level down.
         if (depth == 0) return deepest;
         deepest = std::max(deepest, depth + 1);
-        if (c == '"') in_string = true;
+        if (c == '"') i = SkipStringContents(text, i);
         break;
     }
   }

@@ -16,13 +16,6 @@ namespace {
 
 constexpr char kPanelSource[] = "panel.json";
 constexpr char kJsonSuffix[] = ".json";
-// Where the device keeps its files and where the library writes its own.
-constexpr char kFactoryDir[] = "mnt/vendor/persist/display";
-constexpr char kVendorDir[] = "vendor/etc/display";
-constexpr char kDataDir[] = "data/vendor/display";
-constexpr char kFactoryStem[] = "factory_calib_data";
-constexpr char kCalibrationStem[] = "vexa_calib_data";
-constexpr char kMergeRulesStem[] = "vexa_merge_rules";
 
 std::optional<Json::Value> ReadJsonFile(const std::filesystem::path& path, std::string* error) {
   std::ifstream file(path, std::ios::binary);
@@ -38,19 +31,6 @@ std::optional<Json::Value> ReadJsonFile(const std::filesystem::path& path, std::
     return std::nullopt;
   }
   return document;
-}
-
-bool WriteTextFile(const std::filesystem::path& path, const std::string& text, std::string* error) {
-  std::error_code ignored;
-  std::filesystem::create_directories(path.parent_path(), ignored);
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file << text;
-  file.close();
-  if (!file) {
-    *error = "cannot write " + path.string();
-    return false;
-  }
-  return true;
 }
 
 std::optional<Chromaticity> ReadChromaticity(const Json::Value& primaries, const char* key) {
@@ -79,6 +59,26 @@ std::optional<Primaries> ReadPrimaries(const Json::Value& panel, std::string* er
 
 }  // namespace
 
+bool WriteTextFile(const std::filesystem::path& path, const std::string& text, std::string* error) {
+  std::error_code ignored;
+  std::filesystem::create_directories(path.parent_path(), ignored);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file << text;
+  file.close();
+  if (!file) {
+    *error = "cannot write " + path.string();
+    return false;
+  }
+  return true;
+}
+
+bool PackDeviceDocument(Json::Value& document, DeviceFileKind kind, const std::string& panel,
+                        const RecipeExpander& expander, std::string* error) {
+  return ReplacePanelPlaceholder(document, panel, error) && expander.Expand(document, error) &&
+         (kind == DeviceFileKind::kModes ? tools::PackModesFile(document, error)
+                                         : SetDeviceMergeVersions(document, panel, error));
+}
+
 bool ExampleDeviceTree::Build(std::string* error) {
   const auto panel = ReadJsonFile(sources_ / kPanelSource, error);
   if (!panel) return false;
@@ -97,9 +97,9 @@ bool ExampleDeviceTree::Build(std::string* error) {
   }
   const RecipeExpander expander(*model);
   static const DeviceFile kFiles[] = {
-      {kFactoryDir, kFactoryStem, FileKind::kModes},
-      {kVendorDir, kCalibrationStem, FileKind::kModes},
-      {kVendorDir, kMergeRulesStem, FileKind::kMergeRules},
+      {kFactoryDir, kFactoryStem, DeviceFileKind::kModes},
+      {kVendorDir, kCalibrationStem, DeviceFileKind::kModes},
+      {kVendorDir, kMergeRulesStem, DeviceFileKind::kMergeRules},
   };
   for (const DeviceFile& file : kFiles) {
     if (!WriteDeviceFile(file, expander, error)) return false;
@@ -118,11 +118,7 @@ bool ExampleDeviceTree::WriteDeviceFile(const DeviceFile& file, const RecipeExpa
   const std::filesystem::path source = sources_ / (std::string(file.stem) + kJsonSuffix);
   auto document = ReadJsonFile(source, error);
   if (!document) return false;
-  const bool ok =
-      ReplacePanelPlaceholder(*document, panel_, error) && expander.Expand(*document, error) &&
-      (file.kind == FileKind::kModes ? tools::PackModesFile(*document, error)
-                                     : SetDeviceMergeVersions(*document, panel_, error));
-  if (!ok) {
+  if (!PackDeviceDocument(*document, file.kind, panel_, expander, error)) {
     *error = source.string() + ": " + *error;
     return false;
   }

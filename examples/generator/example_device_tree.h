@@ -12,6 +12,25 @@
 
 namespace vexa::example {
 
+// Where the device keeps its files and where the library writes its own, below a tree's root.
+inline constexpr char kFactoryDir[] = "mnt/vendor/persist/display";
+inline constexpr char kVendorDir[] = "vendor/etc/display";
+inline constexpr char kDataDir[] = "data/vendor/display";
+inline constexpr char kFactoryStem[] = "factory_calib_data";
+inline constexpr char kCalibrationStem[] = "vexa_calib_data";
+inline constexpr char kMergeRulesStem[] = "vexa_merge_rules";
+
+enum class DeviceFileKind { kModes, kMergeRules };
+
+// Turns an unpacked document into the form the device reads: the panel key in place of "@panel",
+// every recipe expanded, then a modes file packed (hex sections) or a rules file given this
+// device's merge versions. False, with `error`, when a step refuses the document.
+bool PackDeviceDocument(Json::Value& document, DeviceFileKind kind, const std::string& panel,
+                        const RecipeExpander& expander, std::string* error);
+
+// Writes `text` to `path`, creating the directories above it.
+bool WriteTextFile(const std::filesystem::path& path, const std::string& text, std::string* error);
+
 class ExampleDeviceTree {
  public:
   // `sources` holds panel.json and the unpacked files; the tree is written below `root`.
@@ -25,11 +44,10 @@ class ExampleDeviceTree {
   const std::string& panel() const { return panel_; }
 
  private:
-  enum class FileKind { kModes, kMergeRules };
   struct DeviceFile {
     const char* device_dir;
     const char* stem;  // the device file is <stem>_<panel>.json, its source <stem>.json
-    FileKind kind;
+    DeviceFileKind kind;
   };
 
   bool WriteDeviceFile(const DeviceFile& file, const RecipeExpander& expander,

@@ -17,7 +17,9 @@ TEST(JsonTextTest, ParsesStrictlyAndRefusesNestingBeyondTheReadersLimit) {
       {"// c\n{}", false}, {"[/* c */ 1]", false}, {"[1,]", false}, {"{'a':1}", false},
       {Nested(1000, ""), true}, {Nested(999, "1"), true}, {Nested(999, R"("\"[")"), true},
       {Nested(998, R"({"a":{}})"), true}, {Nested(1001, ""), false}, {Nested(1000, "1"), false},
-      {Nested(999, R"({"a":1})"), false}, {std::string(100000, '{'), false}};
+      {Nested(999, R"({"a":1})"), false}, {std::string(100000, '{'), false},
+      // An even run of backslashes leaves the next quote closing the string, an odd run escapes it.
+      {Nested(999, R"("x\\",[1])"), false}, {Nested(999, R"("\\\"[",1)"), true}};
   for (const auto& [text, parses] : cases) {
     Json::Value value;
     bool parsed = !parses;
