@@ -74,13 +74,20 @@ const FittingGrid& Grid() {
   return grid;
 }
 
+// A term that moves no output by more than this many code values anywhere in the range is the
+// fit's rounding noise (a composition that lies in the basis leaves such residues) and is 0.
+constexpr double kNegligibleContribution = 1e-9;
+
 // Coefficients of normalised components to coefficients of code values: a term of degree d
 // is divided by the full scale to the power d - 1 (the constant is multiplied by it).
 pcc_coeff ToCodeValues(const Terms& normalised_terms) {
   Terms terms;
   for (int i = 0; i < kTerms; ++i) {
-    terms[i] = normalised_terms[i] / std::pow(PccPolynomial::kFullScale,
-                                              PccPolynomial::TermDegrees()[i] - 1);
+    const double contribution = normalised_terms[i] * PccPolynomial::kFullScale;
+    terms[i] = std::abs(contribution) < kNegligibleContribution
+                   ? 0.0
+                   : normalised_terms[i] / std::pow(PccPolynomial::kFullScale,
+                                                    PccPolynomial::TermDegrees()[i] - 1);
   }
   return PccPolynomial::FromTerms(terms);
 }
