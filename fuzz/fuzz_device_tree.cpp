@@ -38,8 +38,11 @@ void WriteFile(const std::string& path, const std::string& text) {
 
 const std::string& Sysroot() {
   static const std::string root = [] {
-    char pattern[] = "/tmp/vexa-fuzz-XXXXXX";
-    std::string dir = mkdtemp(pattern);
+    // A memory file system where there is one: every Init writes and syncs the merge-version file.
+    struct stat shm;
+    const bool in_memory = stat("/dev/shm", &shm) == 0 && S_ISDIR(shm.st_mode);
+    std::string pattern = in_memory ? "/dev/shm/vexa-fuzz-XXXXXX" : "/tmp/vexa-fuzz-XXXXXX";
+    std::string dir = mkdtemp(pattern.data());
     setenv(vexa::kSysrootVariable, dir.c_str(), 1);
     for (const char* sub : {"/data/vendor/display", "/mnt/vendor/persist/display", "/vendor/etc/display"}) {
       MakeDirs(dir + sub);

@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ clang libjsoncpp-dev android-liblog-dev googletest libgtest-dev
-          libcli11-dev libbenchmark-dev libclang-rt-14-dev python3 ccache)
+          libcli11-dev libexpat1-dev libbenchmark-dev libclang-rt-14-dev python3 ccache)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

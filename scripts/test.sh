@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs every test: a normal build, then an AddressSanitizer + UndefinedBehaviorSanitizer
-# build that fails on any report, and a ThreadSanitizer build of the concurrency test.
+# build that fails on any report, a ThreadSanitizer build of the concurrency tests, and the fuzz
+# targets over their corpora and a short exploration.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
@@ -22,11 +23,11 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:halt_on_error=1 \
 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
   ctest --test-dir build-asan --output-on-failure -j "$jobs"
 
-echo "== ThreadSanitizer build (Clang): the concurrency test"
+echo "== ThreadSanitizer build (Clang): the concurrency tests, every operation racing for 5 s"
 CXX=clang++ cmake -S . -B build-tsan -G Ninja -DVEXA_TSAN=ON -DVEXA_WERROR=ON -DCMAKE_BUILD_TYPE=Debug >/dev/null
 cmake --build build-tsan -j "$jobs" --target vexa_tests
-TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
+VEXA_STRESS_SECONDS=5 TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1 \
   ./build-tsan/tests/vexa_tests --gtest_filter='VexaJsonModeParserThreadsTest.*'
 
-echo "== fuzz targets replaying their corpora (Clang, ASan + UBSan)"
-bash scripts/fuzz.sh 0
+echo "== fuzz targets replaying their corpora, then exploring 30 s each (Clang, ASan + UBSan)"
+bash scripts/fuzz.sh 30

@@ -5,10 +5,11 @@
 #include <sstream>
 #include <system_error>
 
+#include "examples/generator/device_file_edits.h"
 #include "examples/generator/generator_words.h"
-#include "examples/generator/modes_file_packer.h"
 #include "formats/json_access.h"
 #include "formats/json_text.h"
+#include "tools/modes_files/modes_file_packer.h"
 
 namespace vexa::example {
 namespace {
@@ -119,7 +120,7 @@ bool ExampleDeviceTree::WriteDeviceFile(const DeviceFile& file, const RecipeExpa
   if (!document) return false;
   const bool ok =
       ReplacePanelPlaceholder(*document, panel_, error) && expander.Expand(*document, error) &&
-      (file.kind == FileKind::kModes ? PackModesFile(*document, panel_, error)
+      (file.kind == FileKind::kModes ? tools::PackModesFile(*document, error)
                                      : SetDeviceMergeVersions(*document, panel_, error));
   if (!ok) {
     *error = source.string() + ": " + *error;

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -269,47 +271,77 @@ TEST_F(OpsTest, GammaSettersBoundTheClassWideTableLengths) {
   EXPECT_EQ(TableLengths(), Lengths(1024, 257));
 }
 
-// Init/DeInit cycles race with every request on one object while a second object resets the
-// class-wide table lengths. Each Init's publication must be whole: a listing always holds a
-// multiple of the panel's mode count (Init appends), a request fails whole or returns the mode's
-// complete payload set.
+// Every public operation races on one object for a few seconds (VEXA_STRESS_SECONDS, default 2)
+// while a second object cycles and resets the class-wide table lengths. Each Init's publication
+// must be whole: a listing always holds a multiple of the panel's mode count (Init appends), a
+// request fails whole or returns the mode's payloads, and the object still works afterwards.
 using VexaJsonModeParserThreadsTest = ParserE2eTest;
 
-TEST_F(VexaJsonModeParserThreadsTest, ConcurrentRequestsSeeWholeModeLists) {
-  device_.WriteStandardPanel(false);
-  constexpr size_t kModesPerInit = 6;
-  constexpr int kRounds = 100;
+double StressSeconds() {
+  const char* text = std::getenv("VEXA_STRESS_SECONDS");
+  const double seconds = text != nullptr ? std::atof(text) : 0.0;
+  return seconds > 0 ? seconds : 2.0;
+}
+
+TEST_F(VexaJsonModeParserThreadsTest, EveryOperationRacesOnOneObject) {
+  device_.WriteStandardPanel(true);
+  log_.Clear();
   VexaJsonModeParser parser, other;
+  // What one Init publishes and what each op returns for one mode, before any race.
+  ASSERT_EQ(parser.Init(kPanel), 0);
+  const size_t modes_per_init = ModesSummary(parser).size();
+  size_t payloads[2] = {};
+  for (VexaKivOps op : {kKivModeRenderIntent, kKivModeSwAssets}) {
+    HwConfigOutputParams out{kHwConfigOutputParamsVersion, {}};
+    ASSERT_EQ(RequestMode(parser, op, ModeRequest(1, 1, 2, Names(5)), &out), 0);
+    payloads[op] = out.payloads.size();
+  }
+  ASSERT_EQ(parser.DeInit(), 0);
   std::atomic<int> bad{0};
-  const auto check = [&bad](bool good) { bad += good ? 0 : 1; };
+  std::atomic<size_t> calls{0}, inits{0};
+  const auto check = [&](bool good) { bad += good ? 0 : 1; ++calls; };
   const auto ok_or_refused = [](int32_t status) { return status == 0 || status == -22; };
+  const VexaKivProperty caps[] = {kKivPostBlendGammaConfig, kKivPostBlendInvGammaConfig, kKivPostBlendGamutConfig};
   const std::vector<std::function<void(int)>> jobs = {
-      [&](int) { check(!parser.Init(kPanel) && !parser.DeInit()); },
       [&](int) {
-        check(!other.Init(kPanel) && !SetCaps(other, kKivPostBlendInvGammaConfig, 64) &&
-              !other.DeInit());
+        const bool up = parser.Init(kPanel) == 0;
+        inits += up;
+        check(up && parser.DeInit() == 0);
       },
+      [&](int) { check(!other.Init(kPanel) && !SetCaps(other, kKivPostBlendInvGammaConfig, 64) && !other.DeInit()); },
       [&](int i) {
+        check(ok_or_refused(SetCaps(parser, caps[i % 3], i % 2 ? 512 : 1024)));
+        check(parser.SetProperty({kVexaKivPayloadVersion, kPostBlendHwCapsLen, kKivModesList, nullptr}) == -22);
+      },
+      [&](int) {
         ColorModeList list{kColorModeListVersion, {}};
         check(ok_or_refused(GetProperty(parser, kKivModesList, kColorModeListLen, &list)) &&
-              list.modes.size() % kModesPerInit == 0);
-        check(ok_or_refused(SetCaps(parser, kKivPostBlendGammaConfig, i % 2 ? 512 : 1024)));
+              list.modes.size() % modes_per_init == 0);
+        HwConfigOutputParams dither{kHwConfigOutputParamsVersion, {}};
+        check(ok_or_refused(GetProperty(parser, kKivPbDitherHwConfig, kHwConfigOutputParamsLen, &dither)) &&
+              dither.payloads.size() <= 1);
+        check(parser.GetProperty(nullptr) == -22);
       },
-      [&](int) {
-        HwConfigOutputParams out{kHwConfigOutputParamsVersion, {}}, dither = out;
-        const int32_t status =
-            RequestMode(parser, kKivModeRenderIntent, ModeRequest(1, 1, 2, Names(5)), &out);
-        check(ok_or_refused(status) && out.payloads.size() == (status == 0 ? 3u : 0u));
-        check(ok_or_refused(GetProperty(parser, kKivPbDitherHwConfig, kHwConfigOutputParamsLen,
-                                        &dither)) && dither.payloads.size() <= 1);
+      [&](int i) {
+        HwConfigOutputParams out{kHwConfigOutputParamsVersion, {}};
+        const VexaKivOps op = i % 2 ? kKivModeRenderIntent : kKivModeSwAssets;
+        const int32_t status = RequestMode(parser, op, ModeRequest(1, 1, 2, Names(5)), &out);
+        check(ok_or_refused(status) && out.payloads.size() == (status == 0 ? payloads[op] : 0u));
+        check(RequestMode(parser, kKivGamutMerge, ModeRequest(1, 1, 2), &out) == -22);
       },
   };
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(StressSeconds());
   std::vector<std::thread> threads;
-  for (const auto& j : jobs) threads.emplace_back([&j] { for (int i = 0; i < kRounds; ++i) j(i); });
+  for (const auto& job : jobs) {
+    threads.emplace_back([&job, deadline] {
+      for (int i = 0; std::chrono::steady_clock::now() < deadline; ++i) job(i);
+    });
+  }
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(bad.load(), 0);
+  EXPECT_EQ(bad.load(), 0) << log_.Dump().substr(0, 2000);
   ASSERT_EQ(parser.Init(kPanel), 0);
-  EXPECT_EQ(ModesSummary(parser).size(), kModesPerInit * (kRounds + 1));
+  EXPECT_EQ(ModesSummary(parser).size(), modes_per_init * (inits.load() + 2));
+  std::printf("[ stress   ] %zu calls, %zu Init/DeInit cycles\n", calls.load(), inits.load());
 }
 
 }  // namespace

@@ -79,6 +79,8 @@ inline const Names kVividHardware = {"PostBlendDither", "PostBlendGC", "PostBlen
 
 // A device file system below a temporary directory, with VEXA_SYSROOT pointing at it.
 struct Device {
+  Device() = default;
+  explicit Device(const std::string& base) : root(base) {}
   void Write(const std::string& path, const std::string& s) const { root.Put(path.substr(1), s); }
   void WriteStandardPanel(bool with_rules) const {
     Write(kFactoryFile, ModesText(kFactoryFloor));

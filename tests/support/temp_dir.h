@@ -14,7 +14,9 @@ namespace vexa::testing {
 
 class TempDir {
  public:
-  TempDir() : path_((std::filesystem::path(VEXA_BINARY_DIR) / "test-tmp-XXXXXX").string()) {
+  // Below the build tree, or below `base`.
+  explicit TempDir(const std::string& base = VEXA_BINARY_DIR)
+      : path_((std::filesystem::path(base) / "test-tmp-XXXXXX").string()) {
     if (mkdtemp(path_.data()) == nullptr) std::abort();
   }
   ~TempDir() {
@@ -37,6 +39,13 @@ class TempDir {
  private:
   std::string path_;
 };
+
+// A directory in memory where the system has one (tests that run Init thousands of times, each
+// syncing the merge-version file), else the build tree.
+inline std::string MemoryBase() {
+  std::error_code error;
+  return std::filesystem::is_directory("/dev/shm", error) ? "/dev/shm" : VEXA_BINARY_DIR;
+}
 
 class ScopedEnv {
  public:

@@ -9,6 +9,7 @@ constexpr int kExitFailure = 1;             // the library refused a call it sho
 constexpr int kExitBadArguments = 2;        // command line not understood
 constexpr int kExitNoSuchMode = 3;          // no published mode has that gamut, gamma and intent
 constexpr int kExitLibraryNotLoadable = 4;  // dlopen, dlsym or the factory failed
+constexpr int kExitFileRefused = 5;         // a file unreadable, not JSON, refused, or not writable
 
 }  // namespace vexa::tools
 

@@ -25,8 +25,8 @@ void ExportEnvironment(const ToolOptions& options) {
   if (options.log_level) setenv(kLogLevelVariable, std::to_string(*options.log_level).c_str(), 1);
 }
 
-// Loads the library, initialises it for the panel and reads the modes it publishes; an exit
-// status other than kExitOk on failure.
+}  // namespace
+
 int LoadModes(KivLibrary& library, const ToolOptions& options, ColorModeList* modes,
               std::ostream& err) {
   ExportEnvironment(options);
@@ -50,6 +50,12 @@ std::string ModeText(const WantedMode& wanted) {
   return Format("gamut %d, gamma %d, intent %d", wanted.gamut, wanted.gamma, wanted.intent);
 }
 
+std::string ModeText(const ColorMode& mode) {
+  return ModeText(WantedMode{mode.gamut, mode.gamma, mode.intent});
+}
+
+namespace {
+
 // Runs one mode op and prints its payloads under `title`.
 int ShowModeOp(KivLibrary& library, VexaKivOps op, const char* title,
                const ModeRenderInputParams& input, std::ostream& out, std::ostream& err) {
@@ -57,7 +63,7 @@ int ShowModeOp(KivLibrary& library, VexaKivOps op, const char* title,
   const int32_t status = library.RunModeOp(op, input, &output);
   if (status != 0) {
     err << kErrorPrefix << title << " operation returned " << status << " for "
-        << ModeText({input.gamut, input.gamma, input.intent}) << '\n';
+        << ModeText(WantedMode{input.gamut, input.gamma, input.intent}) << '\n';
     return kExitFailure;
   }
   out << title << " (" << output.payloads.size() << "):\n";
@@ -66,6 +72,15 @@ int ShowModeOp(KivLibrary& library, VexaKivOps op, const char* title,
 }
 
 }  // namespace
+
+ModeRenderInputParams RenderInputOf(const ColorMode& mode) {
+  ModeRenderInputParams input{};
+  input.gamut = mode.gamut;
+  input.gamma = mode.gamma;
+  input.intent = mode.intent;
+  input.hw_assets = mode.hw_assets;
+  return input;
+}
 
 const ColorMode* FindMode(const std::vector<ColorMode>& modes, const WantedMode& wanted) {
   for (const ColorMode& mode : modes) {
@@ -104,11 +119,7 @@ int RunShow(const ToolOptions& options, const WantedMode& wanted, std::ostream& 
     return kExitNoSuchMode;
   }
   out << "Mode " << ModeText(wanted) << ", intent name \"" << mode->render_intent_name << "\"\n";
-  ModeRenderInputParams input{};
-  input.gamut = mode->gamut;
-  input.gamma = mode->gamma;
-  input.intent = mode->intent;
-  input.hw_assets = mode->hw_assets;
+  const ModeRenderInputParams input = RenderInputOf(*mode);
   status = ShowModeOp(library, kKivModeRenderIntent, "Hardware assets", input, out, err);
   if (status != kExitOk) return status;
   return ShowModeOp(library, kKivModeSwAssets, "Software assets", input, out, err);

@@ -26,10 +26,24 @@ struct WantedMode {
   int32_t intent = 0;
 };
 
+class KivLibrary;
+
+// Loads the library, initialises it for the panel and appends the modes it publishes to `modes`;
+// an exit status of exit_codes.h, with the failure written to `err`.
+int LoadModes(KivLibrary& library, const ToolOptions& options, ColorModeList* modes,
+              std::ostream& err);
+
 // Both return an exit status of exit_codes.h; results go to `out`, failures to `err`.
 int RunList(const ToolOptions& options, std::ostream& out, std::ostream& err);
 int RunShow(const ToolOptions& options, const WantedMode& wanted, std::ostream& out,
             std::ostream& err);
+
+// "gamut 1, gamma 1, intent 1".
+std::string ModeText(const WantedMode& wanted);
+std::string ModeText(const ColorMode& mode);
+
+// The render-intent request for a published mode, as the display service would make it.
+ModeRenderInputParams RenderInputOf(const ColorMode& mode);
 
 // The first published mode with the wanted gamut, gamma and intent, or null.
 const ColorMode* FindMode(const std::vector<ColorMode>& modes, const WantedMode& wanted);

@@ -31,6 +31,21 @@ std::string Join(const std::vector<std::string>& items, const std::string& separ
   return text;
 }
 
+std::string XmlEscape(const std::string& text) {
+  std::string escaped;
+  for (char c : text) {
+    switch (c) {
+      case '&': escaped += "&amp;"; break;
+      case '<': escaped += "&lt;"; break;
+      case '>': escaped += "&gt;"; break;
+      case '"': escaped += "&quot;"; break;
+      case '\'': escaped += "&apos;"; break;
+      default: escaped += c;
+    }
+  }
+  return escaped;
+}
+
 std::string Abbreviate(const std::string& text, size_t max_length) {
   constexpr char kEllipsis[] = "...";
   constexpr size_t kEllipsisLength = sizeof(kEllipsis) - 1;

@@ -13,6 +13,9 @@ std::string Format(const char* format, ...) __attribute__((format(printf, 1, 2))
 // The items separated by `separator`.
 std::string Join(const std::vector<std::string>& items, const std::string& separator);
 
+// `text` with &, <, >, " and ' written as XML character references, for SVG and XHTML.
+std::string XmlEscape(const std::string& text);
+
 // `text` cut to `max_length` characters, with "..." marking the cut.
 std::string Abbreviate(const std::string& text, size_t max_length);
 

@@ -1,11 +1,10 @@
 // End-to-end tests of the vexa-modes binary over a copy of the example device tree.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <filesystem>
 
 #include "support/temp_dir.h"
+#include "support/tool_process.h"
 #include "tools/vexa_modes/exit_codes.h"
 
 namespace vexa::tools {
@@ -15,28 +14,12 @@ namespace fs = std::filesystem;
 
 const std::string kPanel = VEXA_EXAMPLE_PANEL;
 
-struct ProcessResult {
-  int exit_code = -1;  // -1 when the tool could not be started or did not exit normally
-  std::string out, err;
-};
+using vexa::testing::Describe;
+using vexa::testing::ProcessResult;
 
 // Runs the tool with `args` (shell words) to completion.
 ProcessResult Tool(const std::string& args) {
-  const vexa::testing::TempDir dir;
-  const std::string command = std::string(VEXA_MODES_TOOL) + " " + args + " 2>" + dir.File("err");
-  ProcessResult result;
-  FILE* out = popen(command.c_str(), "r");
-  if (out == nullptr) return result;
-  char buf[4096];
-  for (size_t n; (n = std::fread(buf, 1, sizeof(buf), out)) > 0;) result.out.append(buf, n);
-  const int status = pclose(out);
-  if (WIFEXITED(status)) result.exit_code = WEXITSTATUS(status);
-  result.err = dir.Get("err");
-  return result;
-}
-
-std::string Describe(const ProcessResult& r) {
-  return "exit " + std::to_string(r.exit_code) + "\nstdout:\n" + r.out + "\nstderr:\n" + r.err;
+  return vexa::testing::RunCommand(std::string(VEXA_MODES_TOOL) + " " + args);
 }
 
 // The tool runs the real library, found where it looks by default (lib/ beside bin/, as in the
