@@ -1,5 +1,5 @@
-// Gamut composition: which entries of the two tables count, the identity laws both ways, known
-// compositions, and the body written back.
+// Gamut composition: which entries of the two tables count, the identity laws both ways, and
+// known compositions.
 #include "algo/gamut_composer.h"
 
 #include <gtest/gtest.h>
@@ -81,19 +81,6 @@ TEST(GamutComposerTest, AppliesTheTuningFirstThenTheMainTable) {
     const Lut3d tuning = GamutComposer::TuningTable(Body(*GamutRecord(c.tuning)));
     EXPECT_EQ(Outputs(GamutComposer::Compose(main, tuning)), Expected(c.expected)) << c.name;
   }
-}
-
-TEST(GamutComposerTest, WritesAFullBodyOnTheGrid) {
-  auto record = std::make_unique<GamutConfig>();
-  auto* body = reinterpret_cast<unsigned char*>(record.get()) + GamutComposer::kBodyOffset;
-  std::memset(body, 0xee, GamutComposer::kBodyLen);
-  GamutComposer::WriteBody(GamutComposer::MainTable(Body(*GamutRecord(Scramble))), body);
-  EXPECT_EQ((std::vector<uint32_t>{record->reserved0, record->reserved1, record->grid_mode, record->num_entries}),
-            (std::vector<uint32_t>{0, 0, 1, kGamutEntries}));
-  const GamutEntry& e = record->entries[Lut3d::Index(3, 16, 1)];
-  const RgbWord out = Scramble({768, 4095, 256});
-  EXPECT_EQ((std::vector<uint32_t>{e.in_0, e.in_1, e.in_2, e.out_0, e.out_1, e.out_2}),
-            (std::vector<uint32_t>{768, 4095, 256, out[0], out[1], out[2]}));
 }
 
 }  // namespace

@@ -82,7 +82,7 @@ TEST_F(AlgoLibraryTest, MergedModeHoldsTheMainTablesAfterTheTuning) {
   ASSERT_TRUE(gamut_payload && pcc_payload) << ::testing::PrintToString(PayloadNames(out));
   const GamutConfig& gamut = RecordOf<GamutConfig>(*gamut_payload);
   ASSERT_TRUE(gamut.enable);
-  ASSERT_EQ(gamut.num_entries, kGamutEntries);
+  ASSERT_EQ(std::make_pair(gamut.grid_mode, gamut.num_entries), std::make_pair(1u, kGamutEntries));
   for (uint32_t i = 0; i < kGamutEntries; ++i) {
     const GamutEntry& e = gamut.entries[i];
     const RgbWord p = Lut3d::GridPoint(i);
