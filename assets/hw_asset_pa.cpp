@@ -62,7 +62,7 @@ PaMemColRegion NeutralRegion() {
 template <typename ReadFn>
 bool ReadObject(JsonFieldReader& outer, const char* key, ReadFn&& read) {
   const Json::Value& object = outer.Object(key);
-  ScopedJsonContext scope(std::string("member \"") + key + "\"");
+  ScopedJsonContext scope(JsonScope::kMember, key, std::string("member \"") + key + "\"");
   JsonFieldReader inner(object, kLogLabel);
   const bool read_ok = read(inner);
   return read_ok && inner.ok() && outer.ok();

@@ -68,7 +68,8 @@ void ReadCoeffData(JsonFieldReader& reader, pcc_coeff_data* data) {
   data->reserved = 0;
   for (const ChannelField& channel : kChannels) {
     const Json::Value& channel_json = reader.Object(channel.key);
-    ScopedJsonContext where(std::string("channel \"") + channel.key + "\"");
+    ScopedJsonContext where(JsonScope::kMember, channel.key,
+                            std::string("channel \"") + channel.key + "\"");
     JsonFieldReader channel_reader(channel_json, kLogLabel);
     pcc_coeff& coeff = data->*channel.member;
     for (const CoeffField& field : kCoeffFields) coeff.*field.member = channel_reader.Double(field.key);
@@ -116,7 +117,8 @@ ReadResult HwAssetPCC::ReadJson(JsonFieldReader& reader, PccConfig& fresh) {
   PccConfig tuning = PccConfig();
   tuning.len = kPccConfigLen;
   if (!tuning_json.isNull()) {
-    ScopedJsonContext where(std::string("\"") + keys::kPccTuning + "\"");
+    ScopedJsonContext where(JsonScope::kMember, keys::kPccTuning,
+                            std::string("\"") + keys::kPccTuning + "\"");
     JsonFieldReader tuning_reader(tuning_json, kLogLabel);
     ReadCoeffData(tuning_reader, &tuning.coeffs);
     if (!tuning_reader.ok()) reader.Refuse();

@@ -36,7 +36,8 @@ bool ReadSection(const Json::Value& common, const char* name, bool with_predefin
                  Section* section) {
   const Json::Value* json = FindMember(common, name);
   if (json == nullptr || json->isNull()) return false;
-  ScopedJsonContext where(std::string("\"") + keys::kCommon + "\".\"" + name + "\"");
+  ScopedJsonContext where(JsonScope::kTable, name,
+                          std::string("\"") + keys::kCommon + "\".\"" + name + "\"");
   JsonFieldReader reader(*json, kLogLabel, "HwAssetsCommonData");
   section->name = name;
   section->count = static_cast<int32_t>(reader.Uint(keys::kNumEntries));
@@ -164,9 +165,11 @@ void ReadGamutSection(const Json::Value& common, HwAssetsCommonData::GamutTables
   }
 }
 
-// A map subscript: an unknown name is remembered with an empty entry.
+// A map subscript: an unknown name is remembered with an empty entry. The name is noted as asked.
 template <typename Tables>
-typename Tables::mapped_type LookUp(Tables* tables, const std::string& name) {
+typename Tables::mapped_type LookUp(Tables* tables, HwAssetsCommonData::Names* asked,
+                                    const std::string& name) {
+  asked->insert(name);
   return (*tables)[name];
 }
 
@@ -183,19 +186,19 @@ HwAssetsCommonData::HwAssetsCommonData(const Json::Value& common)
 }
 
 std::shared_ptr<GammaPostBlendConfig> HwAssetsCommonData::GetIgc(const std::string& name) {
-  auto table = LookUp(igc_.get(), name);
+  auto table = LookUp(igc_.get(), &igc_asked_, name);
   if (!table) VKR_LOGI(2, "Common IGC data %s not found", name.c_str());
   return table;
 }
 
 std::shared_ptr<GammaPostBlendConfig> HwAssetsCommonData::GetGc(const std::string& name) {
-  auto table = LookUp(gc_.get(), name);
+  auto table = LookUp(gc_.get(), &gc_asked_, name);
   if (!table) VKR_LOGI(2, "Common GC data %s not found", name.c_str());
   return table;
 }
 
 std::shared_ptr<GamutConfig> HwAssetsCommonData::GetGamut(const std::string& name) {
-  auto table = LookUp(gamut_.get(), name);
+  auto table = LookUp(gamut_.get(), &gamut_asked_, name);
   if (!table) VKR_LOGI(2, "Common 3DLUT data %s not found", name.c_str());
   return table;
 }

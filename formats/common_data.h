@@ -11,6 +11,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "vexa/vexa_kiv_interface.h"
@@ -21,6 +22,7 @@ class HwAssetsCommonData {
  public:
   using GammaTables = std::map<std::string, std::shared_ptr<GammaPostBlendConfig>>;
   using GamutTables = std::map<std::string, std::shared_ptr<GamutConfig>>;
+  using Names = std::set<std::string>;
 
   // `common` is the decoded "Common" object (or null). Never fails.
   explicit HwAssetsCommonData(const Json::Value& common);
@@ -35,11 +37,18 @@ class HwAssetsCommonData {
   const GammaTables& igc_tables() const { return *igc_; }
   const GammaTables& gc_tables() const { return *gc_; }
   const GamutTables& gamut_tables() const { return *gamut_; }
+  // Every name asked for so far, found or not.
+  const Names& igc_names_asked() const { return igc_asked_; }
+  const Names& gc_names_asked() const { return gc_asked_; }
+  const Names& gamut_names_asked() const { return gamut_asked_; }
 
  private:
   std::shared_ptr<GammaTables> igc_;
   std::shared_ptr<GammaTables> gc_;
   std::shared_ptr<GamutTables> gamut_;
+  Names igc_asked_;
+  Names gc_asked_;
+  Names gamut_asked_;
 };
 
 }  // namespace vexa

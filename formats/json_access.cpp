@@ -10,7 +10,7 @@
 namespace vexa {
 namespace {
 
-thread_local std::vector<std::string> t_context;
+thread_local std::vector<JsonContextFrame> t_context;
 
 const Json::Value& NullValue() {
   static const Json::Value kNull;
@@ -34,18 +34,26 @@ std::vector<std::string> MemberNames(const Json::Value& value) {
   return value.getMemberNames();
 }
 
-ScopedJsonContext::ScopedJsonContext(std::string what) { t_context.push_back(std::move(what)); }
+ScopedJsonContext::ScopedJsonContext(std::string what)
+    : ScopedJsonContext(JsonScope::kOther, std::string(), std::move(what)) {}
+
+ScopedJsonContext::ScopedJsonContext(JsonScope scope, std::string name, std::string text) {
+  t_context.push_back(JsonContextFrame{scope, std::move(name), std::move(text)});
+}
 
 ScopedJsonContext::~ScopedJsonContext() { t_context.pop_back(); }
 
 std::string JsonContextSuffix() {
   std::string suffix;
-  for (const std::string& part : t_context) {
+  for (const JsonContextFrame& frame : t_context) {
+    if (frame.text.empty()) continue;
     suffix += suffix.empty() ? " in " : ", ";
-    suffix += part;
+    suffix += frame.text;
   }
   return suffix;
 }
+
+const std::vector<JsonContextFrame>& JsonContextFrames() { return t_context; }
 
 const char* JsonTypeName(const Json::Value& value) {
   switch (value.type()) {

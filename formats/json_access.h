@@ -25,18 +25,31 @@ bool HasMember(const Json::Value& object, const char* key);
 // Names of an object's members in jsoncpp's (ascending byte) order; empty for a non-object.
 std::vector<std::string> MemberNames(const Json::Value& value);
 
+// What kind of unit a context frame stands for, so that tools can attribute log lines.
+enum class JsonScope { kOther, kFile, kMode, kRule, kSection, kTable, kMember };
+
+struct JsonContextFrame {
+  JsonScope scope = JsonScope::kOther;
+  std::string name;  // the unit's own name: a path, a mode name, an asset key, a member
+  std::string text;  // how error lines show it; empty: not shown
+};
+
 // What a file, mode, section or table is being read, for error lines. Scopes nest per thread:
-// ScopedJsonContext file("file /x/y.json"); ScopedJsonContext mode("mode \"Vivid\"");
+// ScopedJsonContext mode(JsonScope::kMode, "Vivid", "mode \"Vivid\"");
 class ScopedJsonContext {
  public:
   explicit ScopedJsonContext(std::string what);
+  ScopedJsonContext(JsonScope scope, std::string name, std::string text);
   ~ScopedJsonContext();
   ScopedJsonContext(const ScopedJsonContext&) = delete;
   ScopedJsonContext& operator=(const ScopedJsonContext&) = delete;
 };
 
-// The current context as " in <outer> <inner>", or empty when there is none.
+// The current context as " in <outer>, <inner>" (frames with a text only), or empty.
 std::string JsonContextSuffix();
+
+// The current frames of this thread, outermost first.
+const std::vector<JsonContextFrame>& JsonContextFrames();
 
 // The JSON type name used in error lines ("string", "array", ...).
 const char* JsonTypeName(const Json::Value& value);

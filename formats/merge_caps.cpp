@@ -85,7 +85,8 @@ const VersionKey* FindVersionKey(const std::string& name) {
 
 std::shared_ptr<KivModeMergeVersionContext> GetModeMergeVersionContext(Json::Value mode_merge) {
   auto context = std::make_shared<KivModeMergeVersionContext>();
-  ScopedJsonContext where(std::string("\"") + keys::kModeMerge + "\"");
+  ScopedJsonContext where(JsonScope::kMember, keys::kModeMerge,
+                          std::string("\"") + keys::kModeMerge + "\"");
   JsonFieldReader block(mode_merge, kLogLabel, __func__);
   for (const std::string& name : MemberNames(mode_merge)) {
     const VersionKey* entry = FindVersionKey(name);
@@ -109,11 +110,17 @@ bool MergeVersionCheck(const std::shared_ptr<KivModeMergeVersionContext>& contex
     VKR_LOGI(2, "in_file is null");
     return false;
   }
+  return !FirstNewerMergeVersion(*context);
+}
+
+std::optional<MergeVersionMismatch> FirstNewerMergeVersion(const KivModeMergeVersionContext& context) {
   const std::map<std::string, int>& device = DeviceMergeVersions();
   for (const VersionKey& entry : kCheckedKeys) {
-    if (static_cast<int>(context.get()->*(entry.field)) > device.at(entry.key)) return false;
+    const int written = context.*(entry.field);
+    const int supported = device.at(entry.key);
+    if (written > supported) return MergeVersionMismatch{entry.key, written, supported};
   }
-  return true;
+  return std::nullopt;
 }
 
 std::string ModeMergeVersionText() {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -89,6 +90,15 @@ std::shared_ptr<KivModeMergeVersionContext> GetModeMergeVersionContext(Json::Val
 
 // True when this device's merging code can honour every version of the context.
 bool MergeVersionCheck(const std::shared_ptr<KivModeMergeVersionContext>& context);
+
+// The first key, in the order of the check, whose version in `context` is newer than the
+// device's; empty when the device honours them all.
+struct MergeVersionMismatch {
+  const char* key;
+  int written;
+  int supported;
+};
+std::optional<MergeVersionMismatch> FirstNewerMergeVersion(const KivModeMergeVersionContext& context);
 
 // The device's merge versions as the one-line JSON document of the merge-version file.
 std::string ModeMergeVersionText();

@@ -126,7 +126,7 @@ std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(const std::st
 std::shared_ptr<KivMode> parse_mode(Json::Value& mode_value, const std::string& mode_name,
                                     const std::string& /*reserved*/, uint32_t& version,
                                     const std::shared_ptr<HwAssetsCommonData>& common_data) {
-  ScopedJsonContext where("mode \"" + mode_name + "\"");
+  ScopedJsonContext where(JsonScope::kMode, mode_name, "mode \"" + mode_name + "\"");
   auto def = std::make_shared<KivModeDef>();
   def->descr = std::make_shared<KivModeDescr>();
   def->asset_version = version;

@@ -99,7 +99,7 @@ std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(const std::string& t
 
 std::shared_ptr<KivModeMergeDef> parse_merge_rule(Json::Value rule_value, const std::string& name,
                                                   const Json::Value& mode_merge_value) {
-  ScopedJsonContext where("merge rule \"" + name + "\"");
+  ScopedJsonContext where(JsonScope::kRule, name, "merge rule \"" + name + "\"");
   auto rule = std::make_shared<KivModeMergeDef>();
   rule->version_context = GetModeMergeVersionContext(mode_merge_value);
   rule->descr = std::make_shared<KivModeDescr>();

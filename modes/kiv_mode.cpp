@@ -102,7 +102,7 @@ KivMode::KivMode(std::shared_ptr<KivModeDef> def, std::shared_ptr<HwAssetsCommon
 void KivMode::SetHwAsset(const std::string& key, const Json::Value& config) {
   std::shared_ptr<HwAsset> asset = MakeHwAsset(key);
   if (!asset) return;
-  ScopedJsonContext where("section \"" + key + "\"");
+  ScopedJsonContext where(JsonScope::kSection, key, "section \"" + key + "\"");
   asset->SetConfig(config);
   (*assets_)[key] = std::move(asset);
 }

@@ -8,10 +8,11 @@
 #include "assets/hw_asset_gc.h"
 #include "assets/hw_asset_igc.h"
 #include "formats/file_utils.h"
-#include "formats/json_parser.h"
 #include "formats/json_text.h"
 #include "formats/keys.h"
 #include "formats/merge_caps.h"
+#include "parser/panel_mode_loader.h"
+#include "parser/published_mode.h"
 #include "platform/log.h"
 
 namespace vexa {
@@ -24,25 +25,6 @@ constexpr char kInitFunction[] = "Init";
 constexpr char kAlgoLibName[] = "libvexa-algo.so";
 constexpr char kAlgoSymName[] = "GetVexaAlgoInterface";
 using AlgoFactory = VexaKivInterface* (*)(int32_t major, int32_t minor);
-
-// Device directories.
-constexpr char kDataDir[] = "/data/vendor/display";
-constexpr char kPersistDir[] = "/mnt/vendor/persist/display";
-constexpr char kVendorDir[] = "/vendor/etc/display";
-constexpr char kOemDir[] = "/oem/etc";
-constexpr char kOdmDir[] = "/odm/etc/display";
-// Calibration and merge-rules files are looked for in this order; the first that parses wins.
-constexpr const char* kSearchDirs[] = {kDataDir, kVendorDir, kOemDir, kOdmDir};
-
-// File stems; panel files are "<dir>/<stem>_<panel>.json".
-constexpr char kCalibStem[] = "vexa_calib_data";
-constexpr char kFactoryStem[] = "factory_calib_data";
-constexpr char kMergeRulesStem[] = "vexa_merge_rules";
-constexpr char kMergeVersionStem[] = "vexa_mode_merge_version";
-constexpr char kDebugModesStem[] = "vexa_debug_modes_list";
-
-// Paths are formatted into fixed buffers; a longer path is cut.
-constexpr size_t kPathBufferSize = 256;
 
 // Capabilities of the post-blend blocks until the service sets them.
 constexpr uint32_t kIgcLutEntries = 257;
@@ -58,22 +40,8 @@ constexpr uint32_t kMaxGammaLutEntries = 1024;
 constexpr int32_t kUnsetGamut = 255;
 constexpr int32_t kUnsetGamma = 255;
 constexpr int32_t kUnsetIntent = 65535;
-// A wanted intent of 0 matches on gamut, gamma and intent 0 only.
-constexpr int32_t kAnyAssetsIntent = 0;
 
 constexpr int32_t kDebugModesLogLevel = 2;
-
-std::string PanelFilePath(const char* dir, const char* stem, const std::string& panel) {
-  char path[kPathBufferSize];
-  std::snprintf(path, sizeof(path), "%s/%s_%s.json", dir, stem, panel.c_str());
-  return path;
-}
-
-std::string DeviceFilePath(const char* dir, const char* stem) {
-  char path[kPathBufferSize];
-  std::snprintf(path, sizeof(path), "%s/%s.json", dir, stem);
-  return path;
-}
 
 ColorMode UnsetColorMode() {
   ColorMode mode{};
@@ -107,27 +75,6 @@ bool PropertyLenOk(const VexaKivPayload& payload, uint32_t expected, const char*
   if (payload.len == expected && payload.payload != nullptr) return true;
   VKR_LOGE_AT(kLogLabel, func, line, "len of Input params act %zd exp %d",
               static_cast<ssize_t>(payload.len), expected);
-  return false;
-}
-
-const char* DescrName(const std::shared_ptr<KivModeDescr>& descr) {
-  return descr ? descr->name.c_str() : "";
-}
-
-// A file's text, or null when it is missing or empty.
-std::shared_ptr<std::string> ReadPresentFile(const std::string& path) {
-  if (!Exists(path)) return nullptr;
-  std::shared_ptr<std::string> text = ReadFromFile(path);
-  if (!text || text->empty()) return nullptr;
-  return text;
-}
-
-// Tries the panel's file of `stem` in each search directory in turn until `parse` accepts one.
-template <typename Parse>
-bool ParseFirstFound(const char* stem, const std::string& panel, Parse parse) {
-  for (const char* dir : kSearchDirs) {
-    if (parse(PanelFilePath(dir, stem, panel))) return true;
-  }
   return false;
 }
 
@@ -309,10 +256,7 @@ const VexaJsonModeParser::ModeEntry* VexaJsonModeParser::FindMode(int32_t gamut,
                                                                   int32_t intent,
                                                                   size_t asset_count) const {
   for (const ModeEntry& entry : modes_list_) {
-    const ColorMode& mode = entry.first;
-    if (mode.gamut != gamut || mode.gamma != gamma || mode.intent != intent) continue;
-    // Only the number of asset names counts, never the names themselves.
-    if (intent == kAnyAssetsIntent || mode.hw_assets.size() == asset_count) return &entry;
+    if (MatchesModeRequest(entry.first, gamut, gamma, intent, asset_count)) return &entry;
   }
   return nullptr;
 }
@@ -391,29 +335,17 @@ int32_t VexaJsonModeParser::Init(const std::string& panel_name) {
   HwAssetIGC::size_.store(pb_igc_config_.num_of_entries);
   modes_manager_ = std::make_unique<KivModesManager>(panel_name_);
 
-  GenerateModeMergeVersionFile(DeviceFilePath(kDataDir, kMergeVersionStem));
+  GenerateModeMergeVersionFile(PanelModeLoader::DeviceFilePath(kDataDir, kMergeVersionStem));
 
-  std::shared_ptr<KivModeMergeDefList> rules;
-  ParseFirstFound(kMergeRulesStem, panel_name_, [&](const std::string& path) {
-    return ParseMergeRulesFile(path, &rules);
-  });
-  const bool merging = MergingAllowed(rules);
-
-  std::shared_ptr<KivModeList> factory_modes;
-  if (ParseModesFile(PanelFilePath(kPersistDir, kFactoryStem, panel_name_), &factory_modes)) {
-    // With merging the factory-floor mode is an operand only; without, it is the default.
-    if (!merging) modes_manager_->SetFactoryFloorModeAsDefault(*factory_modes);
-    for (const auto& mode : *factory_modes) modes_manager_->AddModeToList(mode, true);
+  PanelModeLoader loader(panel_name_);
+  loader.LoadFiles(modes_manager_.get());
+  if (loader.CanMerge()) {
+    // Without the library the merges still run; gamut and PCC merges then fall back on their own.
+    if (LoadVexaAlgoLib(panel_name_) != 0) {
+      VKR_LOGE_AT(kLogLabel, kInitFunction, __LINE__, "gamut and pcc merge not supported for factory");
+    }
+    loader.MergeModes(algo_intf_, modes_manager_.get());
   }
-
-  std::shared_ptr<KivModeList> calib_modes;
-  if (ParseFirstFound(kCalibStem, panel_name_, [&](const std::string& path) {
-        return ParseModesFile(path, &calib_modes);
-      })) {
-    for (const auto& mode : *calib_modes) modes_manager_->AddModeToList(mode, false);
-  }
-
-  if (merging && factory_modes && calib_modes) MergeModes(*rules, *factory_modes, *calib_modes);
 
   curr_mode_ = UnsetColorMode();
   PublishModes();
@@ -427,58 +359,6 @@ int32_t VexaJsonModeParser::DeInit() {
   if (algo_intf_ != nullptr) algo_intf_->DeInit();
   init_done_ = false;
   return 0;
-}
-
-bool VexaJsonModeParser::ParseModesFile(const std::string& path,
-                                        std::shared_ptr<KivModeList>* out) {
-  std::shared_ptr<std::string> text = ReadPresentFile(path);
-  if (!text) return false;
-  *out = json_parser::parse_modes(*text, panel_name_);
-  return *out != nullptr;
-}
-
-bool VexaJsonModeParser::ParseMergeRulesFile(const std::string& path,
-                                             std::shared_ptr<KivModeMergeDefList>* out) {
-  std::shared_ptr<std::string> text = ReadPresentFile(path);
-  if (!text) return false;
-  *out = json_parser::parse_mode_merge_rules(*text, panel_name_);
-  return *out != nullptr;
-}
-
-bool VexaJsonModeParser::MergingAllowed(const std::shared_ptr<KivModeMergeDefList>& rules) const {
-  // An empty rule list counts as no rule list.
-  if (!rules || rules->empty() || rules->front() == nullptr) return false;
-  // Every rule of a file carries the same versions.
-  if (!MergeVersionCheck(rules->front()->version_context)) {
-    VKR_LOGE_AT(kLogLabel, kInitFunction, __LINE__,
-                "Error: incompatible versions of the vexa merge rules and device merge mode code.");
-    return false;
-  }
-  return true;
-}
-
-void VexaJsonModeParser::MergeModes(const KivModeMergeDefList& rules,
-                                    const KivModeList& factory_modes,
-                                    const KivModeList& calib_modes) {
-  // Without the library the merges still run; gamut and PCC merges then fall back on their own.
-  if (LoadVexaAlgoLib(panel_name_) != 0) {
-    VKR_LOGE_AT(kLogLabel, kInitFunction, __LINE__, "gamut and pcc merge not supported for factory");
-  }
-  for (const std::shared_ptr<KivModeMergeDef>& rule : rules) {
-    if (!rule) continue;
-    std::shared_ptr<KivMode> merged =
-        modes_manager_->MergeModesFromList(algo_intf_, rule, factory_modes, calib_modes);
-    if (merged) {
-      VKR_LOGI_AT(2, kLogLabel, kInitFunction, __LINE__, "Created %s merged mode from %s and %s",
-                  DescrName(merged->descr()), rule->left_mode_name.c_str(),
-                  rule->right_mode_name.c_str());
-      modes_manager_->AddModeToList(merged, true);
-    } else {
-      VKR_LOGE_AT(kLogLabel, kInitFunction, __LINE__, "Failed to create %s merge from %s and %s",
-                  DescrName(rule->descr), rule->left_mode_name.c_str(),
-                  rule->right_mode_name.c_str());
-    }
-  }
 }
 
 int32_t VexaJsonModeParser::LoadVexaAlgoLib(const std::string& panel_name) {
@@ -523,28 +403,15 @@ void VexaJsonModeParser::PublishModes() {
 void VexaJsonModeParser::PushMode(const std::shared_ptr<KivMode>& mode) {
   if (!mode || !mode->descr()) return;
   ModeEntry& entry = modes_list_.emplace_back();
-  const KivModeDescr& descr = *mode->descr();
-  entry.first.gamut = static_cast<int32_t>(descr.color_primaries);
-  entry.first.gamma = static_cast<int32_t>(descr.gamma_transfer);
-  entry.first.intent = descr.render_intent;
-  entry.first.render_intent_name = descr.render_intent_name;
-
-  std::shared_ptr<HwConfigPayloadList> payloads = mode->GetPayloads();
-  if (!payloads) {
+  if (!DescribePublishedMode(*mode, &entry.first, &entry.second)) {
     VKR_LOGI(2, "payloads retrieved were null or empty");
-    return;
-  }
-  for (const std::shared_ptr<HwConfigPayload>& payload : *payloads) {
-    if (!payload) continue;
-    entry.first.hw_assets.push_back(payload->name);
-    entry.second.push_back(*payload);  // shares the payload's record
   }
 }
 
 void VexaJsonModeParser::WriteModesListToFile() {
   // Decided by the property as it reads now, not by the level cached at load.
   if (ReadLogLevelProperty() != kDebugModesLogLevel) return;
-  const std::string path = PanelFilePath(kDataDir, kDebugModesStem, panel_name_);
+  const std::string path = PanelModeLoader::PanelFilePath(kDataDir, kDebugModesStem, panel_name_);
   WriteToFile(path, jsonWriteString(modes_manager_->GetModeListJV()));
 }
 

@@ -77,11 +77,6 @@ class VexaJsonModeParser : public VexaKivInterface {
   int32_t VersionCheck(const Record* record) const;
 
   // Start-up steps.
-  bool ParseModesFile(const std::string& path, std::shared_ptr<KivModeList>* out);
-  bool ParseMergeRulesFile(const std::string& path, std::shared_ptr<KivModeMergeDefList>* out);
-  bool MergingAllowed(const std::shared_ptr<KivModeMergeDefList>& rules) const;
-  void MergeModes(const KivModeMergeDefList& rules, const KivModeList& factory_modes,
-                  const KivModeList& calib_modes);
   int32_t LoadVexaAlgoLib(const std::string& panel_name);
   void PublishModes();
   void PushMode(const std::shared_ptr<KivMode>& mode);

@@ -7,6 +7,8 @@
 //   vexa-modes unpack FILE [-o OUT]      vexa-modes pack FILE [-o OUT]
 //   vexa-modes --root DEVICE_TREE --panel NAME plot -o DIR [--per-figure] [--gamut --gamma --intent]
 //   vexa-modes --root DEVICE_TREE --panel NAME report [-o PAGE.html]
+//   vexa-modes --root DEVICE_TREE --panel NAME lint [--format json]
+//   vexa-modes lint FILE...
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
@@ -14,6 +16,7 @@
 
 #include "tools/vexa_modes/exit_codes.h"
 #include "tools/vexa_modes/file_commands.h"
+#include "tools/vexa_modes/lint_command.h"
 #include "tools/vexa_modes/mode_commands.h"
 #include "tools/vexa_modes/plot_command.h"
 #include "tools/vexa_modes/report_command.h"
@@ -69,7 +72,7 @@ int main(int argc, char** argv) {
                  "Device tree that stands for the device's file system (exported as VEXA_SYSROOT)")
       ->check(CLI::ExistingDirectory);
   app.add_option("--panel", options.panel,
-                 "Panel name handed to Init (list, show, plot and report)");
+                 "Panel name handed to Init (list, show, plot, report and lint of a tree)");
   CLI::Option* log_option =
       app.add_option("--log-level", log_level, "Library log level (vendor.display.kivloglevel)")
           ->check(CLI::IsMember({0, 1, 2}));
@@ -103,6 +106,17 @@ int main(int argc, char** argv) {
   CLI::App* report = app.add_subcommand("report", "Write the panel's report as one XHTML page");
   report->add_option("-o,--output", report_output, "Output file (default: stdout)");
 
+  CLI::App* lint = app.add_subcommand(
+      "lint", "Load the panel's files as the device does and report every problem");
+  vexa::lint::LintOptions lint_options;
+  std::string lint_format = "text";
+  lint->add_option("files", lint_options.files,
+                   "Single modes or rules files, named <stem>_<panel>.json, instead of the tree")
+      ->check(CLI::ExistingFile);
+  lint->add_option("--format", lint_format, "text or json")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -114,10 +128,22 @@ int main(int argc, char** argv) {
 
   if (unpack->parsed()) return vexa::tools::RunUnpack(file_command, std::cout, std::cerr);
   if (pack->parsed()) return vexa::tools::RunPack(file_command, std::cout, std::cerr);
+  const auto format = lint_format == "json" ? vexa::tools::LintFormat::kJson
+                                            : vexa::tools::LintFormat::kText;
+  // Single files name their panel; every other command needs it.
+  if (lint->parsed() && !lint_options.files.empty()) {
+    lint_options.panel = options.panel;
+    return vexa::tools::RunLint(lint_options, format, std::cout);
+  }
   if (options.panel.empty()) {
     std::cerr << "vexa-modes: --panel is required for " << app.get_subcommands().front()->get_name()
               << '\n';
     return vexa::tools::kExitBadArguments;
+  }
+  if (lint->parsed()) {
+    lint_options.root = options.root;
+    lint_options.panel = options.panel;
+    return vexa::tools::RunLint(lint_options, format, std::cout);
   }
   if (list->parsed()) return vexa::tools::RunList(options, std::cout, std::cerr);
   if (show->parsed()) return vexa::tools::RunShow(options, show_mode.wanted, std::cout, std::cerr);
@@ -125,6 +151,6 @@ int main(int argc, char** argv) {
     if (plot_mode.gamut->count() > 0) plot_options.mode = plot_mode.wanted;
     return vexa::tools::RunPlot(options, plot_options, std::cout, std::cerr);
   }
-  // No findings source is built in yet: the report says so in its findings section.
-  return vexa::tools::RunReport(options, report_output, nullptr, std::cout, std::cerr);
+  vexa::tools::LintFindingsSource lint_findings;
+  return vexa::tools::RunReport(options, report_output, &lint_findings, std::cout, std::cerr);
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "support/temp_dir.h"
 #include "support/tool_process.h"
@@ -136,6 +137,33 @@ TEST_F(VexaModesCliTest, ShowDecodesTheHardwareAndSoftwarePayloadsOfOneMode) {
     for (const std::string& text : c.hardware)
       EXPECT_NE(r.out.substr(0, split).find(text), std::string::npos) << text << "\n" << r.out;
   }
+}
+
+TEST_F(VexaModesCliTest, LintExitsWithTheWorstSeverityAndNeedsAPanelOnlyForATree) {
+  const std::string calib = (root_ / "vendor/etc/display/vexa_calib_data_").string() + kPanel + ".json";
+  const std::string rules = (root_ / "vendor/etc/display/vexa_merge_rules_").string() + kPanel + ".json";
+  const struct {
+    std::string args;
+    int exit_code;
+    const char* out;  // part of standard output
+  } cases[] = {
+      {"--root " + root_.string() + " --panel " + kPanel + " lint", 0, "0 errors, 0 warnings"},
+      {"--root " + root_.string() + " --panel " + kPanel + " lint --format json", 0,
+       "\"errors\" : 0"},
+      {"lint " + calib + " " + rules, 0, "0 errors, 0 warnings"},
+      {"--root " + root_.string() + " lint", kExitBadArguments, ""},
+      {"lint /no/such/file.json", kExitBadArguments, ""},
+  };
+  for (const auto& c : cases) {
+    const ProcessResult r = Tool(c.args);
+    EXPECT_EQ(r.exit_code, c.exit_code) << c.args << "\n" << Describe(r);
+    EXPECT_NE(r.out.find(c.out), std::string::npos) << Describe(r);
+  }
+  // A file that the device reads but cannot use: an error, exit 2.
+  std::ofstream(rules) << "[";
+  const ProcessResult broken = Tool("lint " + rules);
+  EXPECT_EQ(broken.exit_code, 2) << Describe(broken);
+  EXPECT_NE(broken.out.find("error [file-not-json] " + rules), std::string::npos) << broken.out;
 }
 
 }  // namespace
