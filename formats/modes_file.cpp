@@ -10,6 +10,7 @@
 #include "formats/json_text.h"
 #include "formats/keys.h"
 #include "formats/mode_descr_json.h"
+#include "formats/mode_members.h"
 #include "modes/kiv_mode.h"
 #include "platform/log.h"
 
@@ -20,12 +21,6 @@ namespace {
 constexpr char kLogLabel[] = "VexaJsonModeParser::JsonParser";
 // A long file yields the processor once per this many modes.
 constexpr size_t kModesPerYield = 5;
-
-// Members of a mode object that describe it; every other member is an asset section.
-bool IsDescrMember(const std::string& name) {
-  return name == keys::kApplicability || name == keys::kDynamicRange ||
-         name == keys::kWhitePoint || name == keys::kMergeId;
-}
 
 // Replaces the hex text of object[name] by the document it encodes; false when it does not
 // decode to JSON.
@@ -65,11 +60,25 @@ std::shared_ptr<HwAssetsCommonData> ReadCommonData(JsonFieldReader& file, Json::
   return std::make_shared<HwAssetsCommonData>(common);
 }
 
+// " (did you mean "<name>"?)" when a known member is a slip away from `name`, else empty.
+std::string SuggestionSuffix(const std::string& name) {
+  const std::string nearest = NearestModeMember(name);
+  return nearest.empty() ? std::string() : " (did you mean \"" + nearest + "\"?)";
+}
+
+// A member that is neither a descriptor member nor an asset section makes no asset: say so, or a
+// misspelt section would silently leave its block untouched.
+void ReportUnknownMember(const std::string& mode_name, const std::string& name) {
+  if (IsKnownModeMember(name)) return;
+  VKR_LOGI(2, "Unknown member \"%s\" in mode \"%s\" ignored%s", name.c_str(), mode_name.c_str(),
+           SuggestionSuffix(name).c_str());
+}
+
 // Decodes each asset section of a mode in place; false (with an error line) at the first one
 // that is not a string or does not decode.
-bool DecodeAssetSections(Json::Value& mode_value) {
+bool DecodeAssetSections(Json::Value& mode_value, const std::string& mode_name) {
   for (const std::string& name : MemberNames(mode_value)) {
-    if (IsDescrMember(name)) continue;
+    if (IsModeDescrMember(name)) continue;
     const Json::Value& section = mode_value[name];
     if (!section.isString() && !section.isNull()) {
       LogWrongType(kLogLabel, name.c_str(), "string of hex text", section);
@@ -80,6 +89,7 @@ bool DecodeAssetSections(Json::Value& mode_value) {
                JsonContextSuffix().c_str());
       return false;
     }
+    ReportUnknownMember(mode_name, name);
   }
   return true;
 }
@@ -136,7 +146,7 @@ std::shared_ptr<KivMode> parse_mode(Json::Value& mode_value, const std::string& 
   ReadModeDescrFields(reader, kLogLabel, def->descr.get());
   if (!reader.ok()) return nullptr;
   def->assets = &mode_value;
-  if (!DecodeAssetSections(mode_value)) return nullptr;
+  if (!DecodeAssetSections(mode_value, mode_name)) return nullptr;
   return std::make_shared<KivMode>(def, common_data);
 }
 

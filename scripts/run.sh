@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the library, the vexa-modes tool and the example device tree (tests off, in its own
-# build directory), then lists the example panel's colour modes and shows the sRGB standard mode.
+# Builds the library, the algorithm library, the vexa-modes tool and the example device tree
+# (tests off, in its own build directory), then lists the example panel's colour modes and shows
+# the sRGB standard mode and the reading mode, whose gamut and PCC libvexa-algo.so merged.
 # Nothing in the checkout is changed: everything is written below the build directory.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -18,3 +19,6 @@ echo "== vexa-modes list"
 echo
 echo "== vexa-modes show --gamut 1 --gamma 1 --intent 1"
 "${tool[@]}" show --gamut 1 --gamma 1 --intent 1
+echo
+echo "== vexa-modes show --gamut 1 --gamma 1 --intent 5 (gamut and PCC merged by libvexa-algo.so)"
+"${tool[@]}" show --gamut 1 --gamma 1 --intent 5

@@ -21,12 +21,15 @@ inline constexpr char kPanelPlaceholder[] = "@panel";
 inline constexpr char kGenerate[] = "generate";
 inline constexpr char kRecipeIgc[] = "igc";      // inverse-gamma table: "curve", "entries", "form"
 inline constexpr char kRecipeGc[] = "gc";        // gamma table: "curve", "entries", "form"
-inline constexpr char kRecipeGamut[] = "gamut";  // 3D LUT: "target" ("sRGB", "P3"), "form"
+// 3D LUT: "target" ("sRGB", "P3") or "matrix" (three rows of three numbers, applied to the grid
+// as it stands: a tuning table), and "form"
+inline constexpr char kRecipeGamut[] = "gamut";
 inline constexpr char kRecipePcc[] = "pcc";      // PCC section: "saturation" (default 1)
 
 inline constexpr char kCurve[] = "curve";
 inline constexpr char kEntries[] = "entries";
 inline constexpr char kTarget[] = "target";
+inline constexpr char kMatrix[] = "matrix";
 inline constexpr char kSaturation[] = "saturation";
 inline constexpr char kForm[] = "form";
 

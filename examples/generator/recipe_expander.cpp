@@ -1,5 +1,6 @@
 #include "examples/generator/recipe_expander.h"
 
+#include <algorithm>
 #include <functional>
 
 #include "examples/generator/gamut_table.h"
@@ -99,6 +100,26 @@ std::optional<Primaries> TargetPrimaries(const std::string& word, std::string* e
   if (word == keys::kPrimariesP3) return DisplayP3Primaries();
   *error = "unknown \"target\" \"" + word + "\"";
   return std::nullopt;
+}
+
+bool IsNumberTriple(const Json::Value& value) {
+  if (!value.isArray() || value.size() != 3) return false;
+  return std::all_of(value.begin(), value.end(), [](const Json::Value& v) { return v.isNumeric(); });
+}
+
+// A 3x3 matrix given as three rows of three numbers.
+std::optional<Mat3> MatrixParameter(const Json::Value& recipe, std::string* error) {
+  const Json::Value* rows = FindMember(recipe, words::kMatrix);
+  if (rows == nullptr || !rows->isArray() || rows->size() != 3 ||
+      !std::all_of(rows->begin(), rows->end(), IsNumberTriple)) {
+    *error = "\"matrix\" must be three rows of three numbers";
+    return std::nullopt;
+  }
+  Mat3 matrix;
+  for (Json::ArrayIndex i = 0; i < 3; ++i) {
+    for (Json::ArrayIndex j = 0; j < 3; ++j) matrix[i][j] = (*rows)[i][j].asDouble();
+  }
+  return matrix;
 }
 
 // One output channel's polynomial: the linear terms from a matrix row, every other term 0.
@@ -205,19 +226,24 @@ std::optional<Json::Value> RecipeExpander::Gamma(const Json::Value& recipe,
 
 std::optional<Json::Value> RecipeExpander::Gamut(const Json::Value& recipe,
                                                  std::string* error) const {
+  const auto transform = HasMember(recipe, words::kMatrix) ? MatrixParameter(recipe, error)
+                                                           : TargetTransform(recipe, error);
+  if (!transform) return std::nullopt;
+  const auto list = ListForm(recipe, error);
+  if (!list) return std::nullopt;
+  const std::vector<GamutOutput> table = GamutTable(*transform);
+  return *list ? Json::Value(CommaList(Flatten(table))) : TripletArray(table);
+}
+
+std::optional<Mat3> RecipeExpander::TargetTransform(const Json::Value& recipe,
+                                                   std::string* error) const {
   const auto target_word = StringParameter(recipe, words::kTarget, error);
   if (!target_word) return std::nullopt;
   const auto target = TargetPrimaries(*target_word, error);
   if (!target) return std::nullopt;
-  const auto list = ListForm(recipe, error);
-  if (!list) return std::nullopt;
   const auto transform = panel_.GamutMatrix(*target);
-  if (!transform) {
-    *error = "degenerate target primaries";
-    return std::nullopt;
-  }
-  const std::vector<GamutOutput> table = GamutTable(*transform);
-  return *list ? Json::Value(CommaList(Flatten(table))) : TripletArray(table);
+  if (!transform) *error = "degenerate target primaries";
+  return transform;
 }
 
 std::optional<Json::Value> RecipeExpander::Pcc(const Json::Value& recipe,

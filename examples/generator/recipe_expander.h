@@ -32,6 +32,8 @@ class RecipeExpander {
   std::optional<Json::Value> Gamma(const Json::Value& recipe, std::string* error) const;
   std::optional<Json::Value> Gamut(const Json::Value& recipe, std::string* error) const;
   std::optional<Json::Value> Pcc(const Json::Value& recipe, std::string* error) const;
+  // The panel's mapping of the recipe's "target" primaries.
+  std::optional<Mat3> TargetTransform(const Json::Value& recipe, std::string* error) const;
 
   const PanelModel& panel_;
 };

@@ -68,5 +68,43 @@ TEST(ModesFileTest, AFlawVoidsTheFileOrDropsOnlyItsModeAndIsNamed) {
   }
 }
 
+// The "Unknown member" lines logged while parsing `text`.
+Names UnknownMemberLines(const std::string& text, uint32_t log_level) {
+  LogCapture log(log_level);
+  auto modes = json_parser::parse_modes(text, "panel");
+  EXPECT_TRUE(modes && modes->size() == 1u) << text;
+  EXPECT_TRUE(log.Errors().empty()) << log.Dump();
+  Names lines;
+  for (const std::string& line : log.Lines()) {
+    const size_t at = line.find("Unknown member");
+    if (at != std::string::npos) lines.push_back(line.substr(at));
+  }
+  return lines;
+}
+
+// A member that the library does not know is named at the verbose level, with the known member a
+// slip or two away; known members, sections that make no asset included, pass without a word.
+TEST(ModesFileTest, AnUnknownModeMemberIsNamedWithTheNearestKnownName) {
+  const std::tuple<std::string, std::string, std::string> cases[] = {  // member, value, suggestion
+      {"Applicability", R"({"RenderIntent": 1})", ""}, {"WhitePoint", "6500", ""},
+      {"MergeId", R"("a")", ""}, {"DynamicRange", R"("HDR")", ""}, {"PostBlendGamut", "{}", ""},
+      {"PostBlendHdrBlob", "{}", ""}, {"PostBlendMixerGc", "{}", ""}, {"HwCapIgcDither", "{}", ""},
+      {"Whitepoint", "{}", "WhitePoint"}, {"PostBlendGama", "{}", "PostBlendGamut"},
+      {"PostBlendIgc", "{}", "PostBlendIGC"}, {"MergeIdx", "{}", "MergeId"},
+      {"postblendgc", "{}", "-"}, {"Notes", "[]", "-"},  // "-": too far from every name
+  };
+  for (const auto& [member, value, suggestion] : cases) {
+    const std::string readable = R"({"Version": 3, "panel": {"m": {")" + member + "\": " + value + "}}}";
+    const std::string text = testing::CompactText(testing::EncodeModesFile(testing::ParseReadable(readable), "panel"));
+    Names expected;
+    if (!suggestion.empty()) {
+      expected.push_back("Unknown member \"" + member + "\" in mode \"m\" ignored" +
+                         (suggestion == "-" ? "" : " (did you mean \"" + suggestion + "\"?)"));
+    }
+    EXPECT_EQ(UnknownMemberLines(text, 2), expected) << member;
+    EXPECT_EQ(UnknownMemberLines(text, 1), Names{}) << member;
+  }
+}
+
 }  // namespace
 }  // namespace vexa

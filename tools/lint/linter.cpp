@@ -8,8 +8,8 @@
 #include "modes/kiv_modes_manager.h"
 #include "platform/device_paths.h"
 #include "tools/lint/log_diagnostics.h"
-#include "tools/lint/log_recorder.h"
 #include "tools/lint/panel_checks.h"
+#include "tools/modes_files/library_log_tap.h"
 
 namespace vexa::lint {
 namespace {
@@ -162,7 +162,7 @@ class PanelReview {
   ModeOrigins origins_;
 };
 
-// Runs `load` on a fresh loader and manager under the log recorder and reviews the result.
+// Runs `load` on a fresh loader and manager under a verbose log tap and reviews the result.
 template <typename Load>
 std::vector<Diagnostic> LintLoad(const std::string& panel, bool whole_tree, Load load) {
   KivModesManager manager(panel);
@@ -170,10 +170,10 @@ std::vector<Diagnostic> LintLoad(const std::string& panel, bool whole_tree, Load
   std::vector<Diagnostic> view;
   std::vector<LoggedLine> lines;
   {
-    LogRecorder recorder;
+    tools::LibraryLogTap tap(tools::LibraryLogTap::Capture::kVerbose);
     load(loader, manager);
     PanelReview(loader, manager, panel).CheckModes(&view);
-    lines = recorder.Take();
+    lines = tap.Take();
   }
   std::vector<Diagnostic> diagnostics = DiagnosticsFromLog(lines);
   PanelReview(loader, manager, panel).CheckFiles(whole_tree, &diagnostics);

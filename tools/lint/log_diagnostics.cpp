@@ -19,6 +19,7 @@ enum class Outcome {
   kMatrixTruncated,
   kInterleavedDither,
   kMergedAssetIdentity,
+  kMemberIgnored,
   kExplainsTable,     // info: names the table that the next line failed to find
   kExplainsFactory,   // info: the rule's factory operand was found
   kExplainsWorkflow,  // info: the rule's calibration operand was found
@@ -37,6 +38,7 @@ struct LineKind {
 // Tested in order; more specific texts first.
 constexpr LineKind kLineKinds[] = {
     {"Invalid member \"", false, Severity::kError, kCheckWrongType, Outcome::kUnitRefused},
+    {"Unknown member \"", false, Severity::kWarning, "unknown-member", Outcome::kMemberIgnored},
     {"unable to decode common data", false, Severity::kError, "common-table-undecodable", Outcome::kFileIgnored},
     {"Unable to populate decoded ", false, Severity::kError, "section-undecodable", Outcome::kModeDropped},
     {"unable to instantiate KivMode for ", false, Severity::kNote, "", Outcome::kCovered},
@@ -141,6 +143,7 @@ std::string ConsequenceOf(Outcome outcome, JsonScope unit) {
     case Outcome::kMatrixTruncated: return "only the first 16 matrix entries used";
     case Outcome::kInterleavedDither: return "interleaved dithering used";
     case Outcome::kMergedAssetIdentity: return "merged asset at identity";
+    case Outcome::kMemberIgnored: return "member ignored";
     default: return std::string();
   }
 }
@@ -180,7 +183,9 @@ std::string OperandMessage(const Diagnostic& d, const Pending& pending) {
 // Fills the place fields that the message itself names.
 void NameFromMessage(const LineKind& kind, const std::string& message, const Pending& pending,
                      Diagnostic* d) {
-  if (kind.check == kCheckWrongType) d->member = Quoted(message);
+  if (kind.check == kCheckWrongType || kind.outcome == Outcome::kMemberIgnored) {
+    d->member = Quoted(message);
+  }
   if (kind.outcome == Outcome::kModeDropped) d->section = WordAfter(message, "decoded ");
   if (kind.outcome == Outcome::kTableNotStored) {
     d->section = "Common";

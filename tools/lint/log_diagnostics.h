@@ -8,9 +8,11 @@
 #include <vector>
 
 #include "tools/lint/diagnostic.h"
-#include "tools/lint/log_recorder.h"
+#include "tools/modes_files/library_log_tap.h"
 
 namespace vexa::lint {
+
+using tools::LoggedLine;
 
 std::vector<Diagnostic> DiagnosticsFromLog(const std::vector<LoggedLine>& lines);
 

@@ -136,6 +136,10 @@ TEST(ExampleGeneratorTest, BuildRefusesBrokenSourcesNamingFileAndPlace) {
        "factory_calib_data.json: /" + kPanel + "/m/PostBlendGC: \"curve\" must be a string"},
       {"vexa_calib_data.json", recipe + R"("curve": "srgb", "entries": 1025, "form": "list"}}}})",
        "must lie in 2..1024"},
+      {"vexa_calib_data.json",
+       R"({"@panel": {"m": {"PostBlendGamut": {"Tuning": {"generate": "gamut", "matrix": )"
+       R"([[1, 0, 0], [0, 1, 0], [0, 1]], "form": "list"}}}}})",
+       "/m/PostBlendGamut/Tuning: \"matrix\" must be three rows of three numbers"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.file) + ": " + c.contents);

@@ -15,7 +15,7 @@ JsonContextFrame Frame(JsonScope scope, const char* name) { return {scope, name,
 LoggedLine Line(int priority, const std::string& text, std::vector<JsonContextFrame> frames) {
   LoggedLine line;
   line.priority = priority;
-  EXPECT_TRUE(LogRecorder::SplitLine(text, &line)) << text;
+  EXPECT_TRUE(tools::LibraryLogTap::SplitLine(text, &line)) << text;
   line.frames = std::move(frames);
   return line;
 }

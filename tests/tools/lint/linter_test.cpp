@@ -84,12 +84,12 @@ TEST(LintTest, ExampleTreeIsCleanAndItsMergedModesReplaceTheirCalibrationModes) 
   const std::vector<Diagnostic> diagnostics = LintTree(tree);
   EXPECT_TRUE(Problems(diagnostics).empty()) << Describe(diagnostics);
   EXPECT_EQ(LintExitStatus(diagnostics), 0);
-  // The rules are written so that the merged modes take the place of two calibration modes.
+  // The rules are written so that the merged modes take the place of three calibration modes.
   size_t replaced = 0;
   for (const Diagnostic& d : diagnostics) {
     if (d.check == "mode-duplicate" && d.file == kCalib) ++replaced;
   }
-  EXPECT_EQ(replaced, 2u) << Describe(diagnostics);
+  EXPECT_EQ(replaced, 3u) << Describe(diagnostics);
 }
 
 struct FaultCase {
@@ -112,6 +112,9 @@ TEST(LintTest, EachFaultGivesOneDiagnosticNamingItsPlaceAndConsequence) {
       {"descriptor member of the wrong type",
        [](TreeCopy& t) { t.EditFile(kCalib, [](Json::Value& r) { r[kPanel]["hdr"]["WhitePoint"] = "6500"; }); },
        {S::kError, "wrong-type", kCalib, "hdr", "", "WhitePoint", "found string", "mode dropped"}, 2},
+      {"asset section with a misspelt name",
+       [](TreeCopy& t) { t.EditFile(kCalib, [](Json::Value& r) { r[kPanel]["vivid"]["PostBlendGama"] = r[kPanel]["vivid"]["PostBlendDE"]; }); },
+       {S::kWarning, "unknown-member", kCalib, "vivid", "", "PostBlendGama", "(did you mean \"PostBlendGamut\"?)", "member ignored"}, 1},
       {"gamma table name that no table has",
        [](TreeCopy& t) { t.EditCalibSection("hdr", "PostBlendGC", [](Json::Value& s) { s["Predefined"] = "srbg"; }); },
        {S::kError, "common-table-missing", kCalib, "hdr", "PostBlendGC", "srbg", "no table \"srbg\"", "asset at identity"}, 2},

@@ -52,7 +52,7 @@ class PlotReportCliTest : public ::testing::Test {
 TEST_F(PlotReportCliTest, PlotDrawsThePayloadsOfEachModeOneFilePerModeOrPerFigure) {
   ProcessResult r = Run("plot -o " + dir_.File("modes"));
   ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
-  ASSERT_EQ(Words(r.out).size(), 6u) << r.out;
+  ASSERT_EQ(Words(r.out).size(), 7u) << r.out;
   for (const std::string& file : Words(r.out))
     EXPECT_EQ(Parse(fs::relative(file, dir_.path()).string()).All("svg").size(), 5u) << file;
   // The merged sRGB mode: GC, IGC and two gamut figures nested in one file.
@@ -122,20 +122,21 @@ TEST_F(PlotReportCliTest, ReportIsOneWellFormedPageOfModesRulesFindingsAndFigure
   ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
   XmlDocument page = Parse("report.html");
   const auto modes = Rows(page, "modes");
-  ASSERT_EQ(modes.size(), 7u);
+  ASSERT_EQ(modes.size(), 8u);
   EXPECT_EQ(modes[1], (std::vector<std::string>{"0", "1", "1", "384", "factory",
                                                 "PostBlendGC, PostBlendGamut, PostBlendIGC, PostBlendPCC"}));
   const auto merged = Rows(page, "merged");
-  ASSERT_EQ(merged.size(), 3u);
-  EXPECT_EQ(merged[2], (std::vector<std::string>{
+  ASSERT_EQ(merged.size(), 4u);
+  EXPECT_EQ(merged[2][0], "reading_factory");
+  EXPECT_EQ(merged[3], (std::vector<std::string>{
                            "srgb_factory", "factory_floor", "srgb",
                            "gamut 1, gamma 1, intent 1 \"standard\"", "yes",
                            "PostBlendGamutMergeOp: LEFT_OPERAND, PostBlendGCMergeOp: RIGHT_OPERAND, "
                            "PostBlendIGCMergeOp: RIGHT_OPERAND, PostBlendPCCMergeOp: LEFT_OPERAND, "
                            "PostBlendDitherMergeOp: RIGHT_OPERAND, PostBlendDEMergeOp: RIGHT_OPERAND"}));
   EXPECT_EQ(page.All("p", "class", "no-findings").size(), 1u);
-  EXPECT_EQ(page.All("h3").size(), 6u);
-  EXPECT_EQ(page.All("svg").size(), 6u * 4u);  // every example mode has GC, IGC and a full gamut
+  EXPECT_EQ(page.All("h3").size(), 7u);
+  EXPECT_EQ(page.All("svg").size(), 7u * 4u);  // every example mode has GC, IGC and a full gamut
 
   fs::remove(root_ + "/vendor/etc/display/vexa_merge_rules_" + kPanel + ".json");
   r = Run("report");

@@ -74,7 +74,7 @@ TEST_F(VexaModesCliTest, ListPrintsTheModesOfTheTreeBelowRootLoggingAtTheGivenLe
   const std::string merged_assets =
       "PostBlendDE, PostBlendDither, PostBlendGC, PostBlendGameBlob, PostBlendGamut, "
       "PostBlendIGC, PostBlendPCC, PostBlendPa, PostBlendPaDither\n";
-  EXPECT_EQ(r.out, "Panel " + kPanel + ": 6 modes\n" +
+  EXPECT_EQ(r.out, "Panel " + kPanel + ": 7 modes\n" +
                        "#  gamut  gamma  intent  intent name  hw assets\n"
                        "0      1      1     384  factory      PostBlendGC, PostBlendGamut, "
                        "PostBlendIGC, PostBlendPCC\n"
@@ -85,7 +85,8 @@ TEST_F(VexaModesCliTest, ListPrintsTheModesOfTheTreeBelowRootLoggingAtTheGivenLe
                        "3     12      4       2  vivid        PostBlendDE, PostBlendGC, "
                        "PostBlendGamut, PostBlendIGC, PostBlendPCC, PostBlendPaDither\n"
                        "4      1      1       4  game         " + merged_assets +
-                       "5      1      1       1  standard     " + merged_assets);
+                       "5      1      1       5  reading      " + merged_assets +
+                       "6      1      1       1  standard     " + merged_assets);
   EXPECT_TRUE(fs::exists(root_ / "data/vendor/display/vexa_mode_merge_version.json"));
 }
 
@@ -105,6 +106,20 @@ TEST_F(VexaModesCliTest, ShowDecodesTheHardwareAndSoftwarePayloadsOfOneMode) {
        "    enable 1, fill_marker 1, flags 0x1, sharp 16\n"
        "    thr_quiet 8, thr_dieout 400, thr_low 16, thr_high 64, clip 512\n"
        "    quality 3, content_type 2, de_blend 0, de_lpf high 0 mid 0 low 0\n"
+       "  PostBlendGameBlob (config_size 32)\n    enable 0, blob 0 bytes: \"\"\n"},
+      // Gamut and PCC merged by libvexa-algo.so beside the library: the factory tables after the
+      // reading mode's tuning (softer saturation, warmer white); white and grey stay neutral in
+      // the table, and the PCC keeps the factory's white balance times the warm gains.
+      {"--gamut 1 --gamma 1 --intent 5",
+       {"intent name \"reading\"\nHardware assets (7):\n",
+        "enable 1, grid_mode 1, num_entries 4913",
+        "red     entry   16 grid (16, 0, 0): in (4095,   0,   0) out (3529, 196, 179)",
+        "grey    entry 2456 grid ( 8, 8, 8): in (2048,2048,2048) out (2048,2048,2048)",
+        "green c 0, r 0, g 0.91348, b 0, rr 0"},
+       "Software assets (2):\n  PostBlendDE (config_size 60)\n"
+       "    enable 0, fill_marker 0, flags 0x0, sharp 0\n"
+       "    thr_quiet 0, thr_dieout 0, thr_low 0, thr_high 0, clip 0\n"
+       "    quality 0, content_type 0, de_blend 0, de_lpf high 0 mid 0 low 0\n"
        "  PostBlendGameBlob (config_size 32)\n    enable 0, blob 0 bytes: \"\"\n"},
       {"--gamut 12 --gamma 1 --intent 3",
        {"Hardware assets (3):\n",
