@@ -86,8 +86,19 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
 // Shared-table form of "Tuning": one list of three numbers per entry for every grid point.
 bool ReadEntryStream(std::string_view text, GamutConfig* record) {
   DecimalListReader numbers(text);
-  for (uint32_t i = 0; i < kGamutEntries; ++i) {
-    if (!ReadOutputWords(numbers, record->entries[i])) {
+  // Read a block of entries per call: the scanner keeps its place in registers within a call.
+  constexpr uint32_t kBlockEntries = 64;
+  uint32_t words[3 * kBlockEntries];
+  for (uint32_t first = 0; first < kGamutEntries; first += kBlockEntries) {
+    const uint32_t count = std::min(kBlockEntries, kGamutEntries - first);
+    const bool complete = numbers.Next(words, 3 * count) == 3 * count;
+    for (uint32_t k = 0; complete && k < count; ++k) {
+      GamutEntry& entry = record->entries[first + k];
+      entry.out_0 = words[3 * k];
+      entry.out_1 = words[3 * k + 1];
+      entry.out_2 = words[3 * k + 2];
+    }
+    if (!complete) {
       const std::string where = JsonContextSuffix();
       GAMUT_LOGE_SET_CONFIG("\"%s\" holds fewer than %u entries of three decimal numbers, or a "
                             "field that is not one%s", keys::kGamutTuning, kGamutEntries,
