@@ -2,16 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "formats/json_text.h"
+#include "support/fixture_writer.h"
 #include "support/log_capture.h"
 
 namespace vexa {
-
-static HwAssetsCommonData Build(const std::string& common_text) {
-  Json::Value common;
-  EXPECT_TRUE(PopulateJsonValue(common_text, common)) << common_text;
-  return HwAssetsCommonData(common);
-}
 
 // Common data whose 3D table "t" holds `count` entries.
 static std::string Gamut(uint32_t count) {
@@ -30,12 +24,13 @@ TEST(CommonDataTest, BadTablesAreNotStoredAndNamed) {
       {Gamut(kGamutEntries + 1), R"("PostBlendGamut"."Custom"."t": 4914 entries)"}};
   for (const auto& [text, named] : cases) {
     testing::LogCapture log(1);
-    HwAssetsCommonData data = Build(text);
+    HwAssetsCommonData data(testing::ParseReadable(text));
     EXPECT_TRUE(data.GetGc("t") == nullptr && data.GetGamut("t") == nullptr) << text;
     EXPECT_EQ(log.Errors().size(), 1u) << log.Dump();
     EXPECT_EQ(log.Count(named), 1u) << log.Dump();
   }
-  const auto full = Build(Gamut(kGamutEntries)).GetGamut("t");  // the most the record holds
+  // The most the record holds.
+  const auto full = HwAssetsCommonData(testing::ParseReadable(Gamut(kGamutEntries))).GetGamut("t");
   ASSERT_NE(full, nullptr);
   EXPECT_EQ(full->entries[kGamutEntries - 1].out_2, (3 * kGamutEntries - 1) % 1024);
 }

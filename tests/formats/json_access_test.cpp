@@ -4,7 +4,7 @@
 
 #include <tuple>
 
-#include "formats/json_text.h"
+#include "support/fixture_writer.h"
 #include "support/log_capture.h"
 
 namespace vexa {
@@ -29,8 +29,7 @@ TEST(JsonFieldReaderTest, ConvertsWhatJsoncppConvertsAndRefusesTheRest) {
   ScopedJsonContext file("file /x.json");
   for (const auto& [json, read, value, accepted] : cases) {
     testing::LogCapture log;
-    Json::Value object;
-    ASSERT_TRUE(PopulateJsonValue(std::string(R"({"v":)") + json + "}", object));
+    const Json::Value object = testing::ParseReadable(std::string(R"({"v":)") + json + "}");
     JsonFieldReader reader(object, "VexaJsonModeParser::Test", "Parse");
     EXPECT_EQ(read(reader), value) << json;
     EXPECT_EQ(reader.ok(), accepted) << json;

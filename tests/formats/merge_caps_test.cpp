@@ -4,7 +4,7 @@
 
 #include <tuple>
 
-#include "formats/json_text.h"
+#include "support/fixture_writer.h"
 #include "support/log_capture.h"
 
 namespace vexa {
@@ -43,9 +43,7 @@ TEST(MergeCapsTest, VersionCheckIsAllOrNothing) {
       {R"({"PostBlendGCMergeOp":{"Version":[1]}})", false, "Version"}};
   for (const auto& [block, passes, member] : cases) {
     testing::LogCapture log;
-    Json::Value json;
-    ASSERT_TRUE(PopulateJsonValue(block, json));
-    EXPECT_EQ(MergeVersionCheck(GetModeMergeVersionContext(json)), passes) << block;
+    EXPECT_EQ(MergeVersionCheck(GetModeMergeVersionContext(testing::ParseReadable(block))), passes) << block;
     EXPECT_EQ(log.Errors().size(), member ? 1u : 0u) << log.Dump();
     const std::string named = std::string("Invalid member \"") + (member ? member : "") + "\" in ";
     EXPECT_EQ(log.Count(named + "\"ModeMerge\""), member ? 1u : 0u) << log.Dump();

@@ -7,14 +7,12 @@
 
 #include <atomic>
 #include <chrono>
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
-#include <string>
 #include <thread>
 #include <tuple>
-#include <utility>
-#include <vector>
 
 #include "algo/vexa_test_algo.h"
 #include "assets/hw_asset_gc.h"
@@ -59,8 +57,9 @@ TEST_F(ParserE2eTest, RulesOfANewerVersionAreRefused) {
                                     "device merge mode code."), 1u);
 }
 
-// The test algorithm library gives left + 2 * right for gamut and PCC. A missing or unusable
-// library is reported, and the merge still runs with gamut and PCC off.
+// The test algorithm library refuses a wrongly framed merge; the values merged are checked against
+// the real library in its own test. A missing or unusable library is reported, and the merge still
+// runs with gamut and PCC off.
 TEST_F(ParserE2eTest, MergesThroughTheAlgorithmLibraryOrWithoutIt) {
   const char* algo = VEXA_TEST_ALGO_LIBRARY_PATH;
   const std::vector<std::tuple<const char*, const char*, const char*, std::string>> cases = {
@@ -82,25 +81,15 @@ TEST_F(ParserE2eTest, MergesThroughTheAlgorithmLibraryOrWithoutIt) {
     auto parser = std::make_unique<VexaJsonModeParser>();
     EXPECT_EQ(parser->Init(kPanel), 0);
     EXPECT_EQ(CountLines(kind, "LoadVexaAlgoLib", loader_line), merged ? 0u : 1u);
-    EXPECT_EQ(CountLines("E", "Init", "gamut and pcc merge not supported for factory"),
-              merged ? 0u : 1u);
+    EXPECT_EQ(CountLines("E", "Init", "gamut and pcc merge not supported for factory"), merged ? 0u : 1u);
     HwConfigOutputParams out{kHwConfigOutputParamsVersion, {}};
     RequestMode(*parser, kKivModeRenderIntent, ModeRequest(12, 1, 5, Names(9)), &out);
     ASSERT_EQ(PayloadNames(out), Names({"PostBlendDither", "PostBlendGC", "PostBlendGamut",
                                         "PostBlendIGC", "PostBlendPCC", "PostBlendPa",
                                         "PostBlendPaDither"}));
     EXPECT_EQ(RecordOf<DitherConfig>(out.payloads[0]).strength_r, 1u);  // from the left
-    const GamutConfig& gamut = RecordOf<GamutConfig>(out.payloads[2]);
-    const PccConfig& pcc = RecordOf<PccConfig>(out.payloads[4]);
-    EXPECT_EQ(std::make_pair(gamut.enable, pcc.enable), std::make_pair(merged, merged));
-    const GamutEntry& e = gamut.entries[1];  // the second grid point handed to the library: 256
-    const pcc_coeff_data& k = pcc.coeffs;
-    if (merged) {
-      EXPECT_EQ((std::vector<uint32_t>{e.in_0, e.out_0, e.out_1, e.out_2}),
-                (std::vector<uint32_t>{256, 48, 60, 72}));
-      EXPECT_EQ((std::vector<double>{k.red.c, k.red.r, k.green.g, k.blue.b}),
-                (std::vector<double>{0.75, 1.5, 2, 0.5}));
-    }
+    EXPECT_EQ(RecordOf<GamutConfig>(out.payloads[2]).enable, merged);
+    EXPECT_EQ(RecordOf<PccConfig>(out.payloads[4]).enable, merged);
     parser.reset();
     if (library) dlclose(library);
     EXPECT_EQ(dlopen("libvexa-algo.so", RTLD_NOW | RTLD_NOLOAD), nullptr);  // the parser closed it
@@ -111,17 +100,15 @@ TEST_F(ParserE2eTest, MergesThroughTheAlgorithmLibraryOrWithoutIt) {
 // again after the old ones. The debug modes list is written only while the property reads 2.
 TEST_F(ParserE2eTest, ReInitAppendsModesAndDebugListFollowsTheProperty) {
   device_.WriteStandardPanel(false);
-  const std::string debug_list = device_.root.path() + "/data/vendor/display/vexa_debug_modes_list_panelA.json";
-  for (const char* level : {"1", "2"}) {
-    const ScopedEnv property("VENDOR_DISPLAY_KIVLOGLEVEL", level);
-    std::remove(debug_list.c_str());
+  const std::string debug_list = device_.root.File("data/vendor/display/vexa_debug_modes_list_panelA.json");
+  for (const std::string level : {"1", "2"}) {
+    const ScopedEnv property("VENDOR_DISPLAY_KIVLOGLEVEL", level.c_str());
+    std::filesystem::remove(debug_list);
     VexaJsonModeParser parser;
     ASSERT_EQ(parser.Init(kPanel), 0);
     const Names once = ModesSummary(parser);
     ASSERT_EQ(once.size(), 6u);
-    FILE* file = std::fopen(debug_list.c_str(), "r");
-    EXPECT_EQ(file != nullptr, std::string(level) == "2") << level;
-    if (file != nullptr) std::fclose(file);
+    EXPECT_EQ(std::filesystem::exists(debug_list), level == "2") << level;
     EXPECT_EQ(parser.Init("other"), 0);
     EXPECT_EQ(ModesSummary(parser), once);
     EXPECT_EQ(parser.DeInit(), 0);
@@ -157,23 +144,19 @@ TEST_F(OpsTest, RefusesEveryMalformedRequestWithItsMessage) {
   std::snprintf(output_text, sizeof(output_text), "%pK", static_cast<void*>(&output));
   const std::string null = null_text, init0 = "init_done_ 0, actual version 24 exp version 24";
   const std::vector<std::tuple<const char*, std::string, std::function<int32_t()>>> refusals = {
-      {"GetProperty", "Invalid params : " + init0,
-       [&] { return GetProperty(fresh, 1, 32, &list); }},
+      {"GetProperty", "Invalid params : " + init0, [&] { return GetProperty(fresh, 1, 32, &list); }},
       {"ProcessOps", std::string("Invalid params init_done_ 0 output ") + output_text,
        [&] { return fresh.ProcessOps(kKivModeRenderIntent, {0, 2912, 0, &in}, &output); }},
       {"SetProperty", "Invalid params : init_done_ 1, actual version 23 exp version 24",
        [&] { return p.SetProperty({23, 40, 7, &caps}); }},
       {"GetProperty", "Invalid params : p " + null, [&] { return p.GetProperty(nullptr); }},
-      {"SetProperty", "Invalid prop 1, function " + null,
-       [&] { return p.SetProperty({24, 32, 1, &list}); }},
-      {"GetProperty", "Invalid prop 99, function " + null,
-       [&] { return GetProperty(p, 99, 32, &list); }},
+      {"SetProperty", "Invalid prop 1, function " + null, [&] { return p.SetProperty({24, 32, 1, &list}); }},
+      {"GetProperty", "Invalid prop 99, function " + null, [&] { return GetProperty(p, 99, 32, &list); }},
       {"ProcessOps", "Invalid ops 3",
        [&] { return p.ProcessOps(kKivGamutMerge, {0, 2912, 0, &in}, &output); }},
       {"ProcessOps", "Invalid params init_done_ 1 output " + null,
        [&] { return p.ProcessOps(kKivModeRenderIntent, {0, 2912, 0, &in}, nullptr); }},
-      {"GetModesList", "len of Input params act 31 exp 32",
-       [&] { return GetProperty(p, 1, 31, &list); }},
+      {"GetModesList", "len of Input params act 31 exp 32", [&] { return GetProperty(p, 1, 31, &list); }},
       {"VersionCheck", "Invalid version : exp version 96, actual version 32",
        [&] { return GetProperty(p, 1, 32, &list_v32); }},
       {"ProcessModeRenderIntent", "len of Input params exp 2911 act 2912 output exp 32 act 32",
@@ -204,24 +187,20 @@ TEST_F(OpsTest, RequestsMatchModesByAssetCountAndRenderIntentAppliesThem) {
   const VexaKivOps render = kKivModeRenderIntent;
   const std::vector<std::tuple<VexaKivOps, ModeRenderInputParams, Names, uint32_t>> cases = {
       // The request, the payloads (none: no mode matches), the applied mode's dither strength.
-      {kKivModeSwAssets, ModeRequest(1, 1, 2, Names(5)), {"PostBlendDE", "PostBlendHdrBlob"},
-       0},
+      {kKivModeSwAssets, ModeRequest(1, 1, 2, Names(5)), {"PostBlendDE", "PostBlendHdrBlob"}, 0},
       {render, ModeRequest(1, 1, 2, {"PostBlendDE", "PostBlendDither", "PostBlendGC",
                                      "PostBlendHdrBlob", "PostBlendIGC"}), kVividHardware, 4},
       {render, ModeRequest(1, 1, 2, Names(4)), {}, 4},
       {render, ModeRequest(1, 1, 2, Names(6)), {}, 4},
       {render, ModeRequest(1, 1, 0, Names(5)), {"PostBlendPaDither"}, 0},
       {render, ModeRequest(1, 4, 0), {}, 0},
-      {render, ModeRequest(1, 1, 2, Names(5)), kVividHardware, 4},
       {render, ModeRequest(12, 1, 3, Names(1)), {"PostBlendDither"}, 10},
-      {render, ModeRequest(12, 1, 1, Names(3)),
-       {"PostBlendDither", "PostBlendGamut", "PostBlendPCC"}, 1},
+      {render, ModeRequest(12, 1, 1, Names(3)), {"PostBlendDither", "PostBlendGamut", "PostBlendPCC"}, 1},
       {render, ModeRequest(12, 1, 384, Names(3)), {}, 1},  // the factory-floor mode was promoted
   };
   for (const auto& [op, r, payloads, dither_strength] : cases) {
     const std::string missing = "Cannot find mode (gamut " + std::to_string(r.gamut) + ", gamma " +
-                                std::to_string(r.gamma) + ", intent " +
-                                std::to_string(r.intent) + ")";
+                                std::to_string(r.gamma) + ", intent " + std::to_string(r.intent) + ")";
     SCOPED_TRACE(missing + " with " + std::to_string(r.hw_assets.size()) + " assets");
     log_.Clear();
     HwConfigOutputParams out{kHwConfigOutputParamsVersion, {{kHwConfigPayloadSize, "x", {}, 0}}};
@@ -245,13 +224,10 @@ std::pair<uint32_t, uint32_t> TableLengths() { return {HwAssetGC::size_, HwAsset
 // object's next Init, not applied to published payloads; another object starts afresh.
 TEST_F(OpsTest, GammaSettersBoundTheClassWideTableLengths) {
   using Lengths = std::pair<uint32_t, uint32_t>;
+  const VexaKivProperty gc = kKivPostBlendGammaConfig, igc = kKivPostBlendInvGammaConfig;
   const std::vector<std::tuple<VexaKivProperty, uint32_t, int32_t, Lengths>> cases = {
-      {kKivPostBlendGammaConfig, 1024, 0, {1024, 257}},
-      {kKivPostBlendGammaConfig, 1025, -22, {1024, 257}},
-      {kKivPostBlendGammaConfig, 1, 0, {1, 257}},
-      {kKivPostBlendInvGammaConfig, 0, -22, {1, 257}},
-      {kKivPostBlendInvGammaConfig, 1024, 0, {1, 1024}},
-      {kKivPostBlendGamutConfig, 100000, 0, {1, 1024}},
+      {gc, 1024, 0, {1024, 257}}, {gc, 1025, -22, {1024, 257}}, {gc, 1, 0, {1, 257}},
+      {igc, 0, -22, {1, 257}}, {igc, 1024, 0, {1, 1024}}, {kKivPostBlendGamutConfig, 100000, 0, {1, 1024}},
   };
   for (const auto& [prop, entries, status, lengths] : cases) {
     EXPECT_EQ(SetCaps(parser_, prop, entries), status) << prop << " " << entries;
@@ -287,31 +263,30 @@ TEST_F(VexaJsonModeParserThreadsTest, EveryOperationRacesOnOneObject) {
   device_.WriteStandardPanel(true);
   log_.Clear();
   VexaJsonModeParser parser, other;
-  // What one Init publishes and what each op returns for one mode, before any race.
   ASSERT_EQ(parser.Init(kPanel), 0);
   const size_t modes_per_init = ModesSummary(parser).size();
-  size_t payloads[2] = {};
-  for (VexaKivOps op : {kKivModeRenderIntent, kKivModeSwAssets}) {
-    HwConfigOutputParams out{kHwConfigOutputParamsVersion, {}};
-    ASSERT_EQ(RequestMode(parser, op, ModeRequest(1, 1, 2, Names(5)), &out), 0);
-    payloads[op] = out.payloads.size();
-  }
   ASSERT_EQ(parser.DeInit(), 0);
+  // Vivid's payloads: its hardware ones for render intent, its two software ones otherwise.
+  const size_t payloads[] = {kVividHardware.size(), 2};
   std::atomic<int> bad{0};
-  std::atomic<size_t> calls{0}, inits{0};
-  const auto check = [&](bool good) { bad += good ? 0 : 1; ++calls; };
+  std::atomic<size_t> inits{0};
+  const auto check = [&](bool good) { bad += good ? 0 : 1; };
   const auto ok_or_refused = [](int32_t status) { return status == 0 || status == -22; };
-  const VexaKivProperty caps[] = {kKivPostBlendGammaConfig, kKivPostBlendInvGammaConfig, kKivPostBlendGamutConfig};
+  const VexaKivProperty caps[] = {kKivPostBlendGammaConfig, kKivPostBlendInvGammaConfig,
+                                  kKivPostBlendGamutConfig};
   const std::vector<std::function<void(int)>> jobs = {
       [&](int) {
         const bool up = parser.Init(kPanel) == 0;
         inits += up;
         check(up && parser.DeInit() == 0);
       },
-      [&](int) { check(!other.Init(kPanel) && !SetCaps(other, kKivPostBlendInvGammaConfig, 64) && !other.DeInit()); },
+      [&](int) {
+        check(!other.Init(kPanel) && !SetCaps(other, kKivPostBlendInvGammaConfig, 64) && !other.DeInit());
+      },
       [&](int i) {
         check(ok_or_refused(SetCaps(parser, caps[i % 3], i % 2 ? 512 : 1024)));
-        check(parser.SetProperty({kVexaKivPayloadVersion, kPostBlendHwCapsLen, kKivModesList, nullptr}) == -22);
+        check(parser.SetProperty({kVexaKivPayloadVersion, kPostBlendHwCapsLen, kKivModesList, nullptr}) ==
+              -22);
       },
       [&](int) {
         ColorModeList list{kColorModeListVersion, {}};
@@ -339,9 +314,9 @@ TEST_F(VexaJsonModeParserThreadsTest, EveryOperationRacesOnOneObject) {
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(bad.load(), 0) << log_.Dump().substr(0, 2000);
+  EXPECT_GT(inits.load(), 0u);
   ASSERT_EQ(parser.Init(kPanel), 0);
   EXPECT_EQ(ModesSummary(parser).size(), modes_per_init * (inits.load() + 2));
-  std::printf("[ stress   ] %zu calls, %zu Init/DeInit cycles\n", calls.load(), inits.load());
 }
 
 }  // namespace
