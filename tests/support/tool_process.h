@@ -1,10 +1,13 @@
-// Runs a command line to completion and keeps its exit status, standard output and standard error.
+// Runs a command line to completion and keeps its exit status, standard output and standard error;
+// and a fixture that runs the vexa-modes tool over a private copy of the example device tree.
 #ifndef VEXA_TESTS_SUPPORT_TOOL_PROCESS_H_
 #define VEXA_TESTS_SUPPORT_TOOL_PROCESS_H_
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "support/temp_dir.h"
@@ -34,6 +37,23 @@ inline std::string Describe(const ProcessResult& r) {
   return "exit " + std::to_string(r.exit_code) + "\nstdout:\n" + r.out.substr(0, 2000) +
          "\nstderr:\n" + r.err;
 }
+
+// The tool runs the real library, found where it looks by default (lib/ beside bin/, as in the
+// build tree), over a copy of the example tree below dir_, which the library writes into.
+class ExampleTreeToolTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::filesystem::copy(VEXA_EXAMPLE_DEVICE_ROOT, root_, std::filesystem::copy_options::recursive);
+  }
+  static ProcessResult Tool(const std::string& args) {
+    return RunCommand(std::string(VEXA_MODES_TOOL) + " " + args);
+  }
+  std::string TreeArgs() const { return "--root " + root_ + " --panel " + VEXA_EXAMPLE_PANEL; }
+  ProcessResult Run(const std::string& args) const { return Tool(TreeArgs() + " " + args); }
+
+  TempDir dir_;
+  const std::string root_ = dir_.File("device");
+};
 
 }  // namespace vexa::testing
 

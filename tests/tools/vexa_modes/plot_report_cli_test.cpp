@@ -1,11 +1,8 @@
 // plot and report, run as the vexa-modes binary over a copy of the example device tree; every SVG
 // and the XHTML page are checked with expat, then by content.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <sstream>
 
-#include "support/temp_dir.h"
 #include "support/tool_process.h"
 #include "support/xml_document.h"
 #include "tools/vexa_modes/exit_codes.h"
@@ -21,8 +18,6 @@ using vexa::testing::ProcessResult;
 using vexa::testing::XmlDocument;
 using vexa::testing::XmlElement;
 
-const std::string kPanel = VEXA_EXAMPLE_PANEL;
-
 std::vector<std::string> Words(const std::string& text) {
   std::istringstream in(text);
   std::vector<std::string> words;
@@ -30,23 +25,14 @@ std::vector<std::string> Words(const std::string& text) {
   return words;
 }
 
-class PlotReportCliTest : public ::testing::Test {
+class PlotReportCliTest : public vexa::testing::ExampleTreeToolTest {
  protected:
-  void SetUp() override { fs::copy(VEXA_EXAMPLE_DEVICE_ROOT, root_, fs::copy_options::recursive); }
-
-  ProcessResult Run(const std::string& args) const {
-    return vexa::testing::RunCommand(std::string(VEXA_MODES_TOOL) + " --root " + root_ +
-                                     " --panel " + kPanel + " " + args);
-  }
   // The file parsed; a failure when it is not well-formed XML.
   XmlDocument Parse(const std::string& relative) const {
     XmlDocument doc(dir_.Get(relative));
     EXPECT_EQ(doc.error(), "") << relative;
     return doc;
   }
-
-  vexa::testing::TempDir dir_;
-  const std::string root_ = dir_.File("device");
 };
 
 TEST_F(PlotReportCliTest, PlotDrawsThePayloadsOfEachModeOneFilePerModeOrPerFigure) {
@@ -56,9 +42,7 @@ TEST_F(PlotReportCliTest, PlotDrawsThePayloadsOfEachModeOneFilePerModeOrPerFigur
   for (const std::string& file : Words(r.out))
     EXPECT_EQ(Parse(fs::relative(file, dir_.path()).string()).All("svg").size(), 5u) << file;
   // The merged sRGB mode: GC, IGC and two gamut figures nested in one file.
-  const XmlDocument stacked = Parse("modes/standard-g1-t1-i1.svg");
-  EXPECT_EQ(stacked.All("svg").size(), 5u);
-  EXPECT_EQ(stacked.All("polyline").size(), 3u + 3u + 7u * 3u);
+  EXPECT_EQ(Parse("modes/standard-g1-t1-i1.svg").All("polyline").size(), 3u + 3u + 7u * 3u);
 
   r = Run("plot --per-figure --gamut 1 --gamma 1 --intent 1 -o " + dir_.File("figures"));
   ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
@@ -79,29 +63,6 @@ TEST_F(PlotReportCliTest, PlotDrawsThePayloadsOfEachModeOneFilePerModeOrPerFigur
   for (const auto* rect : shift.All("rect")) cells += shift.Parent(*rect)->Attribute("class") == "tile";
   EXPECT_EQ(cells, 17u * 17u * 17u);
   EXPECT_EQ(shift.All("g", "class", "tile").size(), 17u);
-}
-
-TEST_F(PlotReportCliTest, PlotAndReportRefuseWhatTheyCannotDoWithTheExitCodeOfTheFailure) {
-  const struct {
-    std::string args;
-    int exit_code;
-    std::string message;
-  } cases[] = {
-      {"plot --gamut 1 -o " + dir_.File("p"), kExitBadArguments, "--gamut requires --gamma"},
-      {"plot --gamut 1 --gamma 1 --intent 99 -o " + dir_.File("p"), kExitNoSuchMode,
-       "vexa-modes: panel " + kPanel + " has no mode with gamut 1, gamma 1, intent 99 (the list "
-       "command shows the published modes)\n"},
-      {"report -o " + dir_.File("no/such/dir/report.html"), kExitFileRefused,
-       "vexa-modes: cannot write " + dir_.File("no/such/dir/report.html") + "\n"},
-  };
-  for (const auto& c : cases) {
-    const ProcessResult r = Run(c.args);
-    EXPECT_EQ(r.exit_code, c.exit_code) << Describe(r);
-    EXPECT_NE(r.err.find(c.message), std::string::npos) << Describe(r);
-  }
-  const ProcessResult r = vexa::testing::RunCommand(std::string(VEXA_MODES_TOOL) + " report");
-  EXPECT_EQ(r.exit_code, kExitBadArguments);
-  EXPECT_EQ(r.err, "vexa-modes: --panel is required for report\n");
 }
 
 // The text of each cell of the table's rows.
@@ -138,7 +99,7 @@ TEST_F(PlotReportCliTest, ReportIsOneWellFormedPageOfModesRulesFindingsAndFigure
   EXPECT_EQ(page.All("h3").size(), 7u);
   EXPECT_EQ(page.All("svg").size(), 7u * 4u);  // every example mode has GC, IGC and a full gamut
 
-  fs::remove(root_ + "/vendor/etc/display/vexa_merge_rules_" + kPanel + ".json");
+  fs::remove(root_ + "/vendor/etc/display/vexa_merge_rules_" VEXA_EXAMPLE_PANEL ".json");
   r = Run("report");
   ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
   page = XmlDocument(r.out);

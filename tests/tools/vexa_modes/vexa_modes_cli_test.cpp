@@ -1,10 +1,6 @@
 // End-to-end tests of the vexa-modes binary over a copy of the example device tree.
-#include <gtest/gtest.h>
-
 #include <filesystem>
-#include <fstream>
 
-#include "support/temp_dir.h"
 #include "support/tool_process.h"
 #include "tools/vexa_modes/exit_codes.h"
 
@@ -12,63 +8,69 @@ namespace vexa::tools {
 namespace {
 
 namespace fs = std::filesystem;
+using vexa::testing::Describe;
+using vexa::testing::ProcessResult;
+using VexaModesCliTest = vexa::testing::ExampleTreeToolTest;
 
 const std::string kPanel = VEXA_EXAMPLE_PANEL;
 
-using vexa::testing::Describe;
-using vexa::testing::ProcessResult;
-
-// Runs the tool with `args` (shell words) to completion.
-ProcessResult Tool(const std::string& args) {
-  return vexa::testing::RunCommand(std::string(VEXA_MODES_TOOL) + " " + args);
-}
-
-// The tool runs the real library, found where it looks by default (lib/ beside bin/, as in the
-// build tree), over a private copy of the example tree, which the library writes into.
-class VexaModesCliTest : public ::testing::Test {
- protected:
-  void SetUp() override { fs::copy(VEXA_EXAMPLE_DEVICE_ROOT, root_, fs::copy_options::recursive); }
-
-  ProcessResult Run(const std::string& args, const fs::path& root) const {
-    return Tool("--root " + root.string() + " --panel " + kPanel + " " + args);
-  }
-
-  vexa::testing::TempDir dir_;
-  const fs::path root_ = dir_.path();
-};
-
-TEST_F(VexaModesCliTest, RefusesWhatItCannotRunWithTheExitCodeOfTheFailure) {
+TEST_F(VexaModesCliTest, EachCommandLineExitsWithTheCodeOfItsOutcomeAndSaysWhy) {
+  const std::string tree = TreeArgs() + " ";
+  const std::string calib = root_ + "/vendor/etc/display/vexa_calib_data_" + kPanel + ".json";
+  const std::string rules = root_ + "/vendor/etc/display/vexa_merge_rules_" + kPanel + ".json";
+  const std::string broken = dir_.File("vexa_merge_rules_" + kPanel + ".json");
+  dir_.Put("vexa_merge_rules_" + kPanel + ".json", "[");  // read by the device, but not usable
+  const std::string no_dir = dir_.File("no/such/dir/report.html");
   const struct {
     std::string args;
     int exit_code;
-    const char* message;
+    std::string out, err;  // parts of standard output (empty: none at all) and standard error
+    bool whole_err = false;
   } cases[] = {
-      {"list", kExitBadArguments, "--panel is required"},
-      {"--panel p", kExitBadArguments, "subcommand"},
-      {"--panel p --log-level 3 list", kExitBadArguments, "--log-level"},
-      {"--panel p --root /no/such/device/tree list", kExitBadArguments, "--root"},
-      {"--panel p show --gamut sRGB --gamma 1 --intent 1", kExitBadArguments, "--gamut"},
-      {"--library /no/such/libvexa.so --panel p list", kExitLibraryNotLoadable,
-       "cannot load the library"},
+      {"list", kExitBadArguments, "", "vexa-modes: --panel is required for list\n", true},
+      {"report", kExitBadArguments, "", "vexa-modes: --panel is required for report\n", true},
+      {"--root " + root_ + " lint", kExitBadArguments, "", "vexa-modes: --panel is required for lint\n", true},
+      {"--panel p", kExitBadArguments, "", "subcommand"},
+      {"--panel p --log-level 3 list", kExitBadArguments, "", "--log-level"},
+      {"--panel p --root /no/such/device/tree list", kExitBadArguments, "", "--root"},
+      {"--panel p show --gamut sRGB --gamma 1 --intent 1", kExitBadArguments, "", "--gamut"},
+      {tree + "plot --gamut 1 -o " + dir_.File("p"), kExitBadArguments, "", "--gamut requires --gamma"},
+      {"lint /no/such/file.json", kExitBadArguments, "", "/no/such/file.json"},
+      {"--library /no/such/libvexa.so --panel p list", kExitLibraryNotLoadable, "", "cannot load the library"},
       // Loads, but is not the parser.
-      {"--library libm.so.6 --panel p list", kExitLibraryNotLoadable,
+      {"--library libm.so.6 --panel p list", kExitLibraryNotLoadable, "",
        "no GetVexaKivInterface in the library"},
-      {"--root " + root_.string() + " --panel " + kPanel + " show --gamut 1 --gamma 1 --intent 99",
-       kExitNoSuchMode, "has no mode with gamut 1, gamma 1, intent 99"},
+      {tree + "show --gamut 1 --gamma 1 --intent 99", kExitNoSuchMode, "",
+       "has no mode with gamut 1, gamma 1, intent 99"},
+      {tree + "plot --gamut 1 --gamma 1 --intent 99 -o " + dir_.File("p"), kExitNoSuchMode, "",
+       "vexa-modes: panel " + kPanel + " has no mode with gamut 1, gamma 1, intent 99 (the list "
+       "command shows the published modes)\n"},
+      {tree + "report -o " + no_dir, kExitFileRefused, "", "vexa-modes: cannot write " + no_dir + "\n"},
+      // lint exits with the worst severity it found and needs a panel only for a tree.
+      {tree + "lint", kExitOk, "0 errors, 0 warnings", ""},
+      {tree + "lint --format json", kExitOk, "\"errors\" : 0", ""},
+      {"lint " + calib + " " + rules, kExitOk, "0 errors, 0 warnings", ""},
+      {"lint " + broken, 2, "error [file-not-json] " + broken, ""},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.args);
     const ProcessResult r = Tool(c.args);
     EXPECT_EQ(r.exit_code, c.exit_code) << Describe(r);
-    EXPECT_NE(r.err.find(c.message), std::string::npos) << Describe(r);
-    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.out.empty(), c.out.empty()) << Describe(r);
+    EXPECT_NE(r.out.find(c.out), std::string::npos) << Describe(r);
+    if (c.whole_err) {
+      EXPECT_EQ(r.err, c.err);
+    } else {
+      EXPECT_NE(r.err.find(c.err), std::string::npos) << Describe(r);
+    }
   }
 }
 
 TEST_F(VexaModesCliTest, ListPrintsTheModesOfTheTreeBelowRootLoggingAtTheGivenLevel) {
-  const ProcessResult r = Run("--log-level 0 list", root_);
+  const ProcessResult r = Run("--log-level 0 list");
   ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
   EXPECT_EQ(r.err.find("VKR I "), std::string::npos) << r.err;
-  EXPECT_NE(Run("--log-level 2 list", root_).err.find("VKR I "), std::string::npos);
+  EXPECT_NE(Run("--log-level 2 list").err.find("VKR I "), std::string::npos);
   // Factory modes first, then the calibration modes no rule replaced, then the merged modes (which
   // replace the calibration modes they refine), rules in name order.
   const std::string merged_assets =
@@ -87,7 +89,7 @@ TEST_F(VexaModesCliTest, ListPrintsTheModesOfTheTreeBelowRootLoggingAtTheGivenLe
                        "4      1      1       4  game         " + merged_assets +
                        "5      1      1       5  reading      " + merged_assets +
                        "6      1      1       1  standard     " + merged_assets);
-  EXPECT_TRUE(fs::exists(root_ / "data/vendor/display/vexa_mode_merge_version.json"));
+  EXPECT_TRUE(fs::exists(root_ + "/data/vendor/display/vexa_mode_merge_version.json"));
 }
 
 TEST_F(VexaModesCliTest, ShowDecodesTheHardwareAndSoftwarePayloadsOfOneMode) {
@@ -129,7 +131,7 @@ TEST_F(VexaModesCliTest, ShowDecodesTheHardwareAndSoftwarePayloadsOfOneMode) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.mode);
-    const ProcessResult r = Run(std::string("show ") + c.mode, root_);
+    const ProcessResult r = Run(std::string("show ") + c.mode);
     ASSERT_EQ(r.exit_code, kExitOk) << Describe(r);
     const size_t split = r.out.find("Software assets (");
     ASSERT_NE(split, std::string::npos) << r.out;
@@ -137,33 +139,6 @@ TEST_F(VexaModesCliTest, ShowDecodesTheHardwareAndSoftwarePayloadsOfOneMode) {
     for (const std::string& text : c.hardware)
       EXPECT_NE(r.out.substr(0, split).find(text), std::string::npos) << text << "\n" << r.out;
   }
-}
-
-TEST_F(VexaModesCliTest, LintExitsWithTheWorstSeverityAndNeedsAPanelOnlyForATree) {
-  const std::string calib = (root_ / "vendor/etc/display/vexa_calib_data_").string() + kPanel + ".json";
-  const std::string rules = (root_ / "vendor/etc/display/vexa_merge_rules_").string() + kPanel + ".json";
-  const struct {
-    std::string args;
-    int exit_code;
-    const char* out;  // part of standard output
-  } cases[] = {
-      {"--root " + root_.string() + " --panel " + kPanel + " lint", 0, "0 errors, 0 warnings"},
-      {"--root " + root_.string() + " --panel " + kPanel + " lint --format json", 0,
-       "\"errors\" : 0"},
-      {"lint " + calib + " " + rules, 0, "0 errors, 0 warnings"},
-      {"--root " + root_.string() + " lint", kExitBadArguments, ""},
-      {"lint /no/such/file.json", kExitBadArguments, ""},
-  };
-  for (const auto& c : cases) {
-    const ProcessResult r = Tool(c.args);
-    EXPECT_EQ(r.exit_code, c.exit_code) << c.args << "\n" << Describe(r);
-    EXPECT_NE(r.out.find(c.out), std::string::npos) << Describe(r);
-  }
-  // A file that the device reads but cannot use: an error, exit 2.
-  std::ofstream(rules) << "[";
-  const ProcessResult broken = Tool("lint " + rules);
-  EXPECT_EQ(broken.exit_code, 2) << Describe(broken);
-  EXPECT_NE(broken.out.find("error [file-not-json] " + rules), std::string::npos) << broken.out;
 }
 
 }  // namespace
