@@ -15,31 +15,28 @@ namespace {
 
 using testing::Compact;
 using testing::LogCapture;
+using testing::Numbers;
 using testing::ParseJson;
 using Entries = std::vector<uint32_t>;
 
 constexpr char kSample[] = R"({"enable":true,"lutR":[1,2,3],"lutG":[4,5,6],"lutB":[7,8,9]})";
 
-// `count` numbers from `first` on, as an array or as text.
-Json::Value Numbers(uint32_t count, uint32_t first, bool as_text = false) {
-  Json::Value array(Json::arrayValue);
-  std::string text;
-  for (uint32_t i = 0; i < count; ++i) text += (i ? "," : "") + std::to_string(first + i), array.append(first + i);
-  return as_text ? Json::Value(text) : array;
-}
-
+// A refused section leaves the asset as it was.
 TEST(GammaLutTest, InlineTablesNeedEqualSizesOfOneTo1024) {
   const std::tuple<uint32_t, uint32_t, const char*> cases[] = {  // red and green size, blue size, error
-      {1024, 1024, ""}, {1025, 1025, "SetConfig(): Invalid number of entries 1025"},
-      {0, 0, "SetConfig(): Invalid number of entries 0"}, {3, 4, "SetConfig(): Lut size in Json does not match"}};
+      {1024, 1024, ""},
+      {1025, 1025, "SetConfig(): Invalid number of entries 1025"},
+      {0, 0, "SetConfig(): Invalid number of entries 0"},
+      {3, 4, "SetConfig(): Lut size in Json does not match"}};
   for (const auto& [size, blue_size, error] : cases) {
     Json::Value section = ParseJson(R"({"enable":true})");
-    for (const char* key : {"lutR", "lutG", "lutB"}) section[key] = Numbers(key[3] == 'B' ? blue_size : size, 0);
+    section["lutR"] = section["lutG"] = Numbers(size, 0);
+    section["lutB"] = Numbers(blue_size, 0);
     HwAssetGC asset(0, nullptr);
     asset.SetConfig(ParseJson(kSample));
     LogCapture log;
     asset.SetConfig(section);
-    EXPECT_EQ(Compact(*asset.AsJV()), *error ? Compact(kSample) : Compact(section));  // refused: unchanged
+    EXPECT_EQ(Compact(*asset.AsJV()), *error ? Compact(kSample) : Compact(section));
     testing::ExpectOneLine(log, "E", "VexaJsonModeParser::HwAssetGC", error);
   }
 }
@@ -65,17 +62,20 @@ Entries FirstEntries(const std::string& members, bool with_common) {
 }
 
 TEST(GammaLutTest, SharedTablesByNamePredefinedFirst) {
-  const std::tuple<bool, bool, const char*, Entries, const char*> cases[] = {  // GC?, common?, members, firsts, error
+  const std::tuple<bool, bool, const char*, Entries, const char*> cases[] = {
+      // GC (else IGC), with common data, members, first entries, error
       {true, true, R"("numEntries":1024,"Predefined":"p","Custom":"c")", {0, 0, 0}, ""},
       {true, true, R"("numEntries":1024,"Custom":"c")", {1, 2, 3}, ""},
-      {true, true, R"("numEntries":1024,"Predefined":"x","Custom":"c")", {}, "Failed to retrieve GC LUTs from common data"},
-      {true, true, R"("numEntries":1023,"Predefined":"p")", {}, "Unexpected number of entries 1023, expecting 1024"},
+      {true, true, R"("numEntries":1024,"Predefined":"x","Custom":"c")", {},
+       "Failed to retrieve GC LUTs from common data"},
+      {true, true, R"("numEntries":1023,"Predefined":"p")", {},
+       "Unexpected number of entries 1023, expecting 1024"},
       {false, true, R"("numEntries":1023,"Predefined":"p")", {0, 0, 0}, ""},  // IGC takes the shared count
       {false, false, R"("Predefined":"p")", {}, "Failed to retrieve IGC LUTs from common data"},
   };
   for (const auto& [gc, common, members, firsts, error] : cases) {
     LogCapture log;
-    EXPECT_EQ(gc ? FirstEntries<HwAssetGC>(members, common) : FirstEntries<HwAssetIGC>(members, common), firsts) << members;
+    EXPECT_EQ((gc ? FirstEntries<HwAssetGC> : FirstEntries<HwAssetIGC>)(members, common), firsts) << members;
     testing::ExpectOneLine(log, "E", "", error);
   }
 }
@@ -88,20 +88,27 @@ TEST(GammaLutTest, PayloadHoldsTheClassWideEntryCountAndIdentityKeepsTables) {
     ~Reset() { HwAssetIGC::size_ = HwAssetGC::size_ = 0; }
   } reset;
   auto filled = std::make_shared<HwAssetIGC>(0, nullptr);
-  filled->SetConfig(ParseJson(R"({"enable":true,"lutR":[1,2,3],"lutG":[4,5,6],"lutB":[7,8,9],"ditherStrength":5})"));
+  Json::Value sample = ParseJson(kSample);
+  sample["ditherStrength"] = 5;
+  filled->SetConfig(sample);
   const HwAssetGC empty(0, nullptr);
   Entries capped = {4, 5};
   capped.resize(kMaxGammaEntries, 6);
   const std::tuple<uint32_t, const HwAsset*, Entries> cases[] = {  // count, asset, green table
-      {2, filled.get(), {4, 5}}, {6, filled.get(), {4, 5, 6, 6, 6, 6}}, {3, &empty, {0, 0, 0}}, {5000, filled.get(), capped}};
+      {2, filled.get(), {4, 5}},
+      {6, filled.get(), {4, 5, 6, 6, 6, 6}},
+      {3, &empty, {0, 0, 0}},
+      {5000, filled.get(), capped}};
   for (const auto& [size, asset, lut_g] : cases) {
     HwAssetIGC::size_ = HwAssetGC::size_ = size;
     const auto record = std::static_pointer_cast<GammaPostBlendConfig>(asset->AsPayload()->config);
-    EXPECT_TRUE(record->lut_g == lut_g && record->lut_r.size() == lut_g.size() && record->lut_b.size() == lut_g.size()) << size;
+    EXPECT_EQ(record->lut_g, lut_g) << size;
+    EXPECT_TRUE(record->lut_r.size() == lut_g.size() && record->lut_b.size() == lut_g.size()) << size;
   }
   filled->SetIdentity();
   const HwAssetIGC taken(kiv_mode_merge_caps::KivPostBlendIGCMergeOp::kLeftOperand, filled, nullptr);
-  EXPECT_TRUE(taken.config().lut_b == (Entries{7, 8, 9}) && !taken.config().enable && taken.config().dither_strength == 0);
+  EXPECT_TRUE(taken.config().lut_b == (Entries{7, 8, 9}) && !taken.config().enable);
+  EXPECT_EQ(taken.config().dither_strength, 0u);
 }
 
 }  // namespace

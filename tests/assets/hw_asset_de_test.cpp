@@ -22,8 +22,8 @@ TEST(HwAssetDETest, FlagsFollowLowPassKeysAndWriteBackByPriority) {
   const std::tuple<std::string, uint32_t, const char*> cases[] = {  // members, flags, word written back
       {R"("flags":"NONE")" + lpf, 0x100, "DE_LPF_BLEND"},
       {R"("flags":"NONE","deLpfHigh":1,"deLpfMid":2,"deLpfLow":null)", 0x0, "NONE"},
-      {R"("flags":"SHARPNESS")" + lpf, 0x101, "DE_LPF_BLEND"}, {R"("flags":"DE_BLEND")" + lpf, 0x180, "DE_BLEND"},
-      {R"("flags":"ALL")" + lpf, 0x1FF, "ALL"}, {R"("flags":"sharpness")", 0x0, "NONE"},
+      {R"("flags":"SHARPNESS")" + lpf, 0x101, "DE_LPF_BLEND"},
+      {R"("flags":"DE_BLEND")" + lpf, 0x180, "DE_BLEND"},
   };
   for (const auto& [members, flags, written] : cases) {
     const auto asset = ReadDE(members);

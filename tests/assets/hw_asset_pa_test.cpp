@@ -15,14 +15,6 @@ using testing::ParseJson;
 
 constexpr char kWhere[] = "VexaJsonModeParser::HwAssetPA";
 
-// A curve of the 384 numbers first, first + 1, ... as text or as an array.
-Json::Value Curve(uint32_t first, bool as_text) {
-  std::string text;
-  Json::Value array(Json::arrayValue);
-  for (uint32_t i = 0; i < kPaSixZoneEntries; ++i) text += (i ? "," : "") + std::to_string(first + i), array.append(first + i);
-  return as_text ? Json::Value(text) : array;
-}
-
 // Every field set and told apart from its neighbours; ops 0x7BF (all bits but sky's enable). The
 // same saturation edge names give sky type 1 and skin type 3: skin takes its right edge from the left.
 Json::Value FullSection(bool curves_as_text) {
@@ -36,7 +28,9 @@ Json::Value FullSection(bool curves_as_text) {
     "SixZoneThresholds": {"sat": {"min": -5, "max": 60, "offset": 7, "trapezoidEdgeRight": "SLOPE", "svEnable": true},
       "satLow": 11, "satMid": 22, "satHigh": 33}})");
   const char* curves[] = {"hueCurve", "satCurve", "valCurve", "satCurveMid", "satCurveHigh"};
-  for (uint32_t i = 0; i < 5; ++i) json["SixZone"][curves[i]] = Curve(1000 * i, curves_as_text);
+  for (uint32_t i = 0; i < 5; ++i) {
+    json["SixZone"][curves[i]] = testing::Numbers(kPaSixZoneEntries, 1000 * i, curves_as_text);
+  }
   return json;
 }
 
@@ -128,7 +122,7 @@ TEST(HwAssetPaTest, AssemblyTakesEachSectionAndItsBitsFromItsPart) {
   auto global = Configured(ParseJson(R"({"hue": 5, "MemColSky": {"enable": true, "blendingEnable": true}})"));
   auto colors = Configured(FullSection(true));
   Json::Value zone_json = FullSection(false);
-  zone_json["SixZone"]["hueCurve"] = Curve(50, false);
+  zone_json["SixZone"]["hueCurve"] = testing::Numbers(kPaSixZoneEntries, 50);
   auto zone = Configured(zone_json, 2);
   HwAssetPA assembled(0, nullptr);
   const PaConfig& c = assembled.config();

@@ -3,16 +3,16 @@
 // sound. Every case: Init returns 0, the modes that the damage cannot reach still load, every listed
 // mode answers both requests, and no C++ exception is thrown anywhere (in a jsoncpp built without
 // exceptions each throw would be an abort).
-#include <dirent.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <set>
 #include <stdexcept>
 
 #include "formats/hex_coding.h"
+#include "fuzz/fuzz_support.h"
 #include "fuzz/throw_guard.h"
 #include "support/parser_e2e.h"
 
@@ -135,47 +135,50 @@ class HostileInputTest : public ::testing::Test {
   // Every text placement of one hostile text: each file, a mode, a hex section, a shared-table
   // kind, a rule and the merge versions.
   void CheckEverywhere(const std::string& hostile, const std::string& name) {
-    const DeviceTexts sound;
-    const std::string bad_mode = R"("Applicability": {"RenderIntent": 9, "RenderIntentName": "bad"}, )";
-    const struct {
-      const char* where;
-      std::function<void(DeviceTexts&)> place;
-      const Names& required;
-    } placements[] = {
-        {"factory file", [&](DeviceTexts& t) { t.factory = hostile; }, kCalibrationModes},
-        {"calibration file", [&](DeviceTexts& t) { t.calibration = hostile; }, kFactoryModes},
-        {"rules file", [&](DeviceTexts& t) { t.rules = hostile; }, kAllModes},
-        {"mode", [&](DeviceTexts& t) {
-           t.calibration = Splice(FileText(Insert(kCalibration, "\"Native\":", "\"Bad\": \"@HOSTILE@\", ")), hostile);
-         }, kFactoryModes},
-        {"hex section", [&](DeviceTexts& t) {
-           t.calibration = Splice(FileText(Insert(kCalibration, "\"Native\":",
-                                                  "\"Bad\": {" + bad_mode + "\"PostBlendDE\": \"@HOSTILE@\"}, ")),
-                                  "\"" + Hex(hostile) + "\"");
-         }, kAllModes},
-        {"common table kind", [&](DeviceTexts& t) {
-           // After the sound table of the kind: of two equal keys the last one counts.
-           t.calibration = Splice(FileText(Insert(kCalibration, "},\n \"panelA\"", ", \"PostBlendGamut\": \"@HOSTILE@\"")),
-                                  "\"" + Hex(hostile) + "\"");
-         }, kFactoryModes},
-        {"rule", [&](DeviceTexts& t) {
-           t.rules = Splice(CompactText(ParseReadable(Insert(kRules, "\"Merged\":", "\"Bad\": \"@HOSTILE@\", "))), hostile);
-         }, kAllModes},
-        {"merge versions", [&](DeviceTexts& t) {
-           t.rules = Splice(CompactText(ParseReadable(Insert(kRules, "\"Version\": 1,", "\"PostBlendGCMergeOp\": \"@HOSTILE@\", "))), hostile);
-         }, kAllModes},
-    };
-    for (const auto& placement : placements) {
-      DeviceTexts texts = sound;
-      placement.place(texts);
+    for (const Placement& placement : Placements()) {
+      DeviceTexts texts;
+      std::string& file = placement.file == kFactoryText ? texts.factory
+                          : placement.file == kCalibrationText ? texts.calibration : texts.rules;
+      file = placement.marked.empty() ? hostile
+                                      : Splice(placement.marked, placement.as_hex ? "\"" + Hex(hostile) + "\"" : hostile);
       Check(texts, placement.required, name + " as " + placement.where);
     }
   }
 
-  static std::string Insert(const std::string& text, const std::string& before, const std::string& what) {
-    const size_t at = text.find(before);
-    if (at == std::string::npos) throw std::logic_error("no anchor in fixture");
-    return text.substr(0, at) + what + text.substr(at);
+  enum FileKind { kFactoryText, kCalibrationText, kRulesText };
+  struct Placement {
+    const char* where;
+    FileKind file;
+    std::string marked;  // the file's text holding the marker; empty: the whole file
+    bool as_hex;         // the hostile text goes in hex-encoded, as a section or table
+    const Names& required;
+  };
+  static const std::vector<Placement>& Placements() {
+    // `entry` inserted before `anchor` in the readable file, then the file encoded.
+    const auto marked = [](FileKind file, const std::string& anchor, const std::string& entry) {
+      const std::string readable = file == kRulesText ? kRules : kCalibration;
+      const size_t at = readable.find(anchor);
+      if (at == std::string::npos) throw std::logic_error("no anchor in fixture");
+      const std::string text = readable.substr(0, at) + entry + readable.substr(at);
+      return file == kRulesText ? CompactText(ParseReadable(text)) : FileText(text);
+    };
+    const std::string bad = R"("Bad": {"Applicability": {"RenderIntent": 9, "RenderIntentName": "bad"}, )";
+    static const std::vector<Placement> placements = {
+        {"factory file", kFactoryText, "", false, kCalibrationModes},
+        {"calibration file", kCalibrationText, "", false, kFactoryModes},
+        {"rules file", kRulesText, "", false, kAllModes},
+        {"mode", kCalibrationText, marked(kCalibrationText, "\"Native\":", "\"Bad\": \"@HOSTILE@\", "), false,
+         kFactoryModes},
+        {"hex section", kCalibrationText,
+         marked(kCalibrationText, "\"Native\":", bad + "\"PostBlendDE\": \"@HOSTILE@\"}, "), true, kAllModes},
+        // After the sound table of the kind: of two equal keys the last one counts.
+        {"common table kind", kCalibrationText,
+         marked(kCalibrationText, "},\n \"panelA\"", ", \"PostBlendGamut\": \"@HOSTILE@\""), true, kFactoryModes},
+        {"rule", kRulesText, marked(kRulesText, "\"Merged\":", "\"Bad\": \"@HOSTILE@\", "), false, kAllModes},
+        {"merge versions", kRulesText,
+         marked(kRulesText, "\"Version\": 1,", "\"PostBlendGCMergeOp\": \"@HOSTILE@\", "), false, kAllModes},
+    };
+    return placements;
   }
 
   Device device_{MemoryBase()};
@@ -206,12 +209,8 @@ TEST_F(HostileInputTest, SoundDeviceLoadsEveryMode) {
 
 std::vector<std::string> FilesIn(const std::string& directory) {
   std::vector<std::string> files;
-  if (DIR* dir = opendir(directory.c_str())) {
-    while (const dirent* entry = readdir(dir)) {
-      if (entry->d_name[0] != '.') files.push_back(directory + "/" + entry->d_name);
-    }
-    closedir(dir);
-  }
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(directory, error)) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -361,15 +360,7 @@ TEST_F(HostileInputTest, FuzzCorpora) {
     Check(texts, kAllModes, path);
   }
   for (const std::string& path : FilesIn(corpus + "device_tree")) {
-    const std::string text = ReadFile(path);
-    const std::string separator = "\n--8<--\n";
-    std::vector<std::string> parts;
-    for (size_t start = 0;;) {
-      const size_t at = text.find(separator, start);
-      parts.push_back(text.substr(start, at == std::string::npos ? std::string::npos : at - start));
-      if (at == std::string::npos) break;
-      start = at + separator.size();
-    }
+    std::vector<std::string> parts = fuzz::SplitText(ReadFile(path), "\n--8<--\n");
     parts.resize(3);
     Check(DeviceTexts{parts[0], parts[1], parts[2]}, {}, path);
   }
