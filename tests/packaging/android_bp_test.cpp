@@ -14,11 +14,6 @@ namespace {
 
 using SourcesByModule = std::map<std::string, std::set<std::string>>;
 
-std::string ReadText(const std::string& path) {
-  std::ifstream file(path);
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 SourcesByModule AndroidBpSources(const std::string& text) {
   SourcesByModule modules;
   const std::regex module(R"(cc_library_shared\s*\{([^}]*)\})"), name(R"(name:\s*"([^"]+)\")"),
@@ -27,9 +22,9 @@ SourcesByModule AndroidBpSources(const std::string& text) {
     const std::string body = (*m)[1];
     std::smatch n, s;
     if (!std::regex_search(body, n, name) || !std::regex_search(body, s, srcs)) continue;
-    std::set<std::string>& sources = modules[n[1]];
     const std::string list = s[1];
-    for (std::sregex_iterator q(list.begin(), list.end(), quoted); q != end; ++q) sources.insert((*q)[1]);
+    for (std::sregex_iterator q(list.begin(), list.end(), quoted); q != end; ++q)
+      modules[n[1]].insert((*q)[1]);
   }
   return modules;
 }
@@ -39,7 +34,8 @@ TEST(AndroidBpTest, BuildsTheSameSourcesAsCMake) {
   std::ifstream list(VEXA_BUILD_SOURCES_FILE);
   for (std::string module, source; list >> module >> source;) cmake[module].insert(source);
   ASSERT_EQ(cmake.size(), 2u);
-  EXPECT_EQ(AndroidBpSources(ReadText(std::string(VEXA_SOURCE_DIR) + "/Android.bp")), cmake);
+  std::ifstream bp(std::string(VEXA_SOURCE_DIR) + "/Android.bp");
+  EXPECT_EQ(AndroidBpSources(std::string(std::istreambuf_iterator<char>(bp), {})), cmake);
 }
 
 }  // namespace

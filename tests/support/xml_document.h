@@ -65,8 +65,9 @@ class XmlDocument {
   static void End(void* self, const XML_Char*) { static_cast<XmlDocument*>(self)->open_.pop_back(); }
   static void Text(void* self, const XML_Char* text, int length) {
     auto* doc = static_cast<XmlDocument*>(self);
-    if (!doc->open_.empty()) doc->elements_[static_cast<size_t>(doc->open_.back())].text.append(text, static_cast<size_t>(length));
+    if (!doc->open_.empty()) doc->Open().text.append(text, static_cast<size_t>(length));
   }
+  XmlElement& Open() { return elements_[static_cast<size_t>(open_.back())]; }
 
   std::vector<XmlElement> elements_;
   std::vector<int> open_;
