@@ -25,6 +25,9 @@ void DecodeData(const Json::Value& value, std::string& output);
 // The same for text at hand.
 void DecodeHexText(std::string_view text, std::string& output);
 
+// The same without the SSE2 path: what other targets run, and what that path is checked against.
+void DecodeHexTextPortable(std::string_view text, std::string& output);
+
 }  // namespace vexa
 
 #endif  // VEXA_FORMATS_HEX_CODING_H_
