@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 // The old Reader and FastWriter are jsoncpp's deprecated classes, kept for their exact
 // behaviour: strict mode as the files were always read, and the one-line form they were written in.
 #pragma GCC diagnostic push
@@ -28,40 +32,106 @@ size_t SkipStringContents(std::string_view text, size_t pos) {
   return text.size();
 }
 
-}  // namespace
-
-size_t JsonNestingDepth(std::string_view text) {
-  size_t depth = 0;  // containers open at this point
+// The containers open and the deepest level seen so far.
+struct Nesting {
+  size_t depth = 0;
   size_t deepest = 0;
-  size_t i = 0;
-  while (i < text.size()) {
-    const char c = text[i++];
-    switch (c) {
-      case ' ':
-      case '\t':
-      case '\n':
-      case '\r':
-        break;
-      case '[':
-      case '{':
-        deepest = std::max(deepest, ++depth);
-        break;
-      case ']':
-      case '}':
-        // The root container is closed (or the text is malformed): the reader stops here.
-        if (depth <= 1) return deepest;
-        --depth;
-        break;
-      default:
-        // A scalar root holds no nesting; anything else inside a container belongs to a member
-        // one level down.
-        if (depth == 0) return deepest;
-        deepest = std::max(deepest, depth + 1);
-        if (c == '"') i = SkipStringContents(text, i);
-        break;
+
+  void Open() { deepest = std::max(deepest, ++depth); }
+  // False when the root container is closed (or the text is malformed): the reader stops there.
+  bool Close() {
+    if (depth <= 1) return false;
+    --depth;
+    return true;
+  }
+  // Anything but whitespace and brackets: a member one level down, or a scalar root, which holds
+  // no nesting (false).
+  bool Member() {
+    if (depth == 0) return false;
+    deepest = std::max(deepest, depth + 1);
+    return true;
+  }
+};
+
+// Takes the character at text[*pos] (a whole string when it opens one); false when the scan ends.
+bool ScanCharacter(std::string_view text, size_t* pos, Nesting* nesting) {
+  const char c = text[(*pos)++];
+  switch (c) {
+    case ' ':
+    case '\t':
+    case '\n':
+    case '\r':
+      return true;
+    case '[':
+    case '{':
+      nesting->Open();
+      return true;
+    case ']':
+    case '}':
+      return nesting->Close();
+    default:
+      if (!nesting->Member()) return false;
+      if (c == '"') *pos = SkipStringContents(text, *pos);
+      return true;
+  }
+}
+
+#if defined(__SSE2__)
+// The lanes of `block` holding any of `chars`, as a bit mask.
+template <typename... Chars>
+inline unsigned LanesHolding(__m128i block, Chars... chars) {
+  const __m128i hits = (... | _mm_cmpeq_epi8(block, _mm_set1_epi8(chars)));
+  return static_cast<unsigned>(_mm_movemask_epi8(hits));
+}
+
+// Takes the 16 characters at text[*pos] at once: member characters between the brackets and
+// quotes count as one, the brackets and quotes go through ScanCharacter, and a string ends the
+// block (the next one starts past it). False when the scan ends.
+bool ScanBlock(std::string_view text, size_t* pos, Nesting* nesting) {
+  const size_t start = *pos;
+  const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + start));
+  unsigned marks = LanesHolding(block, '[', ']', '{', '}', '"');
+  const unsigned spaces = LanesHolding(block, ' ', '\t', '\n', '\r');
+  unsigned members = ~(marks | spaces) & 0xFFFF;
+  for (; marks != 0; marks &= marks - 1) {
+    const unsigned lane = static_cast<unsigned>(__builtin_ctz(marks));
+    const unsigned before = (1u << lane) - 1;
+    if ((members & before) != 0 && !nesting->Member()) return false;
+    members &= ~before;
+    *pos = start + lane;
+    const bool quote = text[*pos] == '"';
+    if (!ScanCharacter(text, pos, nesting)) return false;
+    if (quote) return true;
+  }
+  *pos = start + 16;
+  return members == 0 || nesting->Member();
+}
+#endif
+
+// The scan, 16 characters at a time while that many remain when kVectors is set.
+template <bool kVectors>
+size_t NestingDepth(std::string_view text) {
+  Nesting nesting;
+  size_t pos = 0;
+#if defined(__SSE2__)
+  if constexpr (kVectors) {
+    while (text.size() - pos >= 16) {
+      if (!ScanBlock(text, &pos, &nesting)) return nesting.deepest;
     }
   }
-  return deepest;
+#endif
+  while (pos < text.size()) {
+    if (!ScanCharacter(text, &pos, &nesting)) break;
+  }
+  return nesting.deepest;
+}
+
+}  // namespace
+
+size_t JsonNestingDepth(std::string_view text) { return NestingDepth</*kVectors=*/true>(text); }
+
+size_t JsonNestingDepthPortable(std::string_view text) {
+  return NestingDepth</*kVectors=*/false>(text);
 }
 
 std::string JsonToCompactText(const Json::Value& value) {

@@ -29,6 +29,9 @@ bool PopulateJsonValue(const std::string& text, Json::Value& value);
 // level. Text after the root container is not looked at (the reader ignores it as well).
 size_t JsonNestingDepth(std::string_view text);
 
+// The same without the SSE2 path: what other targets run, and what that path is checked against.
+size_t JsonNestingDepthPortable(std::string_view text);
+
 }  // namespace vexa
 
 #endif  // VEXA_FORMATS_JSON_TEXT_H_
