@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string_view>
 #include <tuple>
 
@@ -25,26 +26,28 @@ TEST(HexCodingTest, PairsAreWrittenSecondByteFirstAndBadTextIsTolerated) {
 
 // The vector path against the portable one: each kind of character (digits, letters of both cases,
 // the neighbours of their ranges, bytes from 0x80 up) in each lane, at every length and alignment
-// around the 32-character blocks. Every other character is '8' so that no byte is zero.
+// around the 32-character blocks. Every other character is '8', so no byte is zero.
 TEST(HexCodingTest, VectorPathMatchesPortablePathInEveryLane) {
   const std::string kinds = "0579AFafdD/:@G`g \x01\x21\x80\xB0\xC1\xE6\xFF";
   for (size_t shift = 0; shift < 2 * kinds.size(); ++shift) {
     std::string buffer(96, '8');
-    for (size_t i = shift % 2; i < buffer.size(); i += 2) buffer[i] = kinds[(i + shift / 2) % kinds.size()];
+    for (size_t i = shift % 2; i < buffer.size(); i += 2) {
+      buffer[i] = kinds[(i + shift / 2) % kinds.size()];
+    }
     for (size_t offset = 0; offset < 16; ++offset) {
       for (size_t length = 0; offset + length <= buffer.size(); ++length) {
-        const std::string_view text(buffer.data() + offset, length);
-        std::string fast = "stale", portable = "stale";
-        DecodeHexText(text, fast);
-        DecodeHexTextPortable(text, portable);
+        std::string fast = "stale", portable;
+        DecodeHexText(std::string_view(buffer).substr(offset, length), fast);
+        DecodeHexTextPortable(std::string_view(buffer).substr(offset, length), portable);
         ASSERT_EQ(fast.size(), length % 2 == 0 && length >= 2 ? length / 2 : 0) << length;
-        ASSERT_EQ(fast, portable) << "shift " << shift << ", offset " << offset << ", length " << length;
+        ASSERT_EQ(fast, portable) << "shift " << shift << ", offset " << offset << ", length "
+                                  << length;
       }
     }
   }
 }
 
-// A zero byte (written as digits or as characters that are not hex digits) at each position of
+// A zero byte, written as digits or as characters that are not hex digits, at each position of
 // texts of each length around the blocks ends the result there.
 TEST(HexCodingTest, ResultEndsAtTheFirstZeroByteAtAnyPosition) {
   for (const char zero_digit : {'0', 'z', '\xB0'}) {
@@ -53,9 +56,10 @@ TEST(HexCodingTest, ResultEndsAtTheFirstZeroByteAtAnyPosition) {
         std::string bytes(n, '\x11'), text, decoded;
         bytes[at] = '\0';
         EncodeData(bytes, text);
-        for (char& c : text) c = c == '0' ? zero_digit : c;
+        std::replace(text.begin(), text.end(), '0', zero_digit);
         DecodeHexText(text, decoded);
-        ASSERT_EQ(decoded, bytes.substr(0, at)) << n << " bytes, zero at " << at << " as " << zero_digit;
+        ASSERT_EQ(decoded, bytes.substr(0, at)) << n << " bytes, zero at " << at << " as "
+                                                << zero_digit;
       }
     }
   }
