@@ -84,27 +84,63 @@ inline unsigned LanesHolding(__m128i block, Chars... chars) {
   return static_cast<unsigned>(_mm_movemask_epi8(hits));
 }
 
-// Takes the 16 characters at text[*pos] at once: member characters between the brackets and
-// quotes count as one, the brackets and quotes go through ScanCharacter, and a string ends the
-// block (the next one starts past it). False when the scan ends.
-bool ScanBlock(std::string_view text, size_t* pos, Nesting* nesting) {
+// The lanes inside strings, opening quotes included and closing ones not, for a block that
+// starts inside a string (`carried` 0xFFFF) or outside (0).
+inline unsigned StringLanes(unsigned quotes, unsigned carried) {
+  unsigned inside = quotes ^ (quotes << 1);
+  inside ^= inside << 2;
+  inside ^= inside << 4;
+  inside ^= inside << 8;
+  return (inside ^ carried) & 0xFFFF;
+}
+
+// Takes the 16 characters at text[*pos] at once, `*in_string` telling whether they start inside
+// a string (then no backslash precedes them). Strings are followed across blocks until one holds
+// a backslash, which may escape a quote: the block ends at that string's opening quote, and
+// SkipStringContents finds its end. Between the brackets, the member characters of a stretch
+// count once (string contents included: their opening quote counted at the same level). False
+// when the scan ends.
+bool ScanBlock(std::string_view text, size_t* pos, bool* in_string, Nesting* nesting) {
   const size_t start = *pos;
   const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + start));
-  unsigned marks = LanesHolding(block, '[', ']', '{', '}', '"');
-  const unsigned spaces = LanesHolding(block, ' ', '\t', '\n', '\r');
-  unsigned members = ~(marks | spaces) & 0xFFFF;
-  for (; marks != 0; marks &= marks - 1) {
-    const unsigned lane = static_cast<unsigned>(__builtin_ctz(marks));
-    const unsigned before = (1u << lane) - 1;
-    if ((members & before) != 0 && !nesting->Member()) return false;
-    members &= ~before;
-    *pos = start + lane;
-    const bool quote = text[*pos] == '"';
-    if (!ScanCharacter(text, pos, nesting)) return false;
-    if (quote) return true;
+  const __m128i folded = _mm_or_si128(block, _mm_set1_epi8(0x20));  // '[' onto '{', ']' onto '}'
+  const unsigned opens = LanesHolding(folded, '{');
+  const unsigned closes = LanesHolding(folded, '}');
+  const unsigned quotes = LanesHolding(block, '"');
+  const unsigned strings = StringLanes(quotes, *in_string ? 0xFFFF : 0);
+  const unsigned escapes = LanesHolding(block, '\\') & strings;
+  unsigned cut = 16;  // the first lane left to SkipStringContents
+  if (escapes != 0) {
+    const unsigned openings = quotes & strings & ((escapes & (0u - escapes)) * 2 - 1);
+    cut = openings == 0 ? 0 : 31 - static_cast<unsigned>(__builtin_clz(openings));
   }
-  *pos = start + 16;
-  return members == 0 || nesting->Member();
+  const unsigned before_cut = (1u << cut) - 1;
+  unsigned marks = (opens | closes) & ~strings & before_cut;
+  unsigned members = ~(marks | LanesHolding(block, ' ', '\t', '\n', '\r')) & before_cut;
+  for (; marks != 0; marks &= marks - 1) {
+    const unsigned mark = marks & (0u - marks);
+    if ((members & (mark - 1)) != 0 && !nesting->Member()) return false;
+    members &= ~(mark - 1);
+    if ((mark & opens) != 0) {
+      nesting->Open();
+    } else if (!nesting->Close()) {
+      return false;
+    }
+  }
+  if (members != 0 && !nesting->Member()) return false;
+  if (cut == 16) {
+    *pos = start + 16;
+    *in_string = (strings & 0x8000) != 0;
+    return true;
+  }
+  // The string holding the backslash: opened at the cut, or carried into the block.
+  if ((quotes & (1u << cut)) != 0) {
+    if (!nesting->Member()) return false;
+    ++cut;
+  }
+  *pos = SkipStringContents(text, start + cut);
+  *in_string = false;
+  return true;
 }
 #endif
 
@@ -115,9 +151,11 @@ size_t NestingDepth(std::string_view text) {
   size_t pos = 0;
 #if defined(__SSE2__)
   if constexpr (kVectors) {
+    bool in_string = false;
     while (text.size() - pos >= 16) {
-      if (!ScanBlock(text, &pos, &nesting)) return nesting.deepest;
+      if (!ScanBlock(text, &pos, &in_string, &nesting)) return nesting.deepest;
     }
+    if (in_string) pos = SkipStringContents(text, pos);
   }
 #endif
   while (pos < text.size()) {
