@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <vector>
 
 namespace vexa {
 
@@ -71,7 +72,9 @@ TEST(JsonTextTest, NestingDepthVectorScanMatchesPortableScan) {
     for (char& c : text) c = alphabet[random() % alphabet.size()];
   }
   for (const std::string& text : texts) {
-    ASSERT_EQ(JsonNestingDepth(text), JsonNestingDepthPortable(text)) << text;
+    const std::vector<char> exact(text.begin(), text.end());  // the sanitizers see reads past it
+    const std::string_view view(exact.data(), exact.size());
+    ASSERT_EQ(JsonNestingDepth(view), JsonNestingDepthPortable(view)) << text;
   }
 }
 
