@@ -95,18 +95,29 @@ inline unsigned StringLanes(unsigned quotes, unsigned carried) {
 }
 
 // Takes the 16 characters at text[*pos] at once, `*in_string` telling whether they start inside
-// a string (then no backslash precedes them). Strings are followed across blocks until one holds
-// a backslash, which may escape a quote: the block ends at that string's opening quote, and
-// SkipStringContents finds its end. Between the brackets, the member characters of a stretch
+// a string (then no backslash precedes them). Strings are followed into the next block; one that
+// fills a whole block, or holds a backslash (which may escape a quote), is left to
+// SkipStringContents, the block ending at its opening quote. Between the brackets, the member characters of a stretch
 // count once (string contents included: their opening quote counted at the same level). False
 // when the scan ends.
 bool ScanBlock(std::string_view text, size_t* pos, bool* in_string, Nesting* nesting) {
   const size_t start = *pos;
   const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + start));
+  const unsigned quotes = LanesHolding(block, '"');
+  if (*in_string && quotes == 0) {
+    // A long string (the files carry hex text of megabytes): memchr finds its end faster.
+    *pos = SkipStringContents(text, start);
+    *in_string = false;
+    return true;
+  }
   const __m128i folded = _mm_or_si128(block, _mm_set1_epi8(0x20));  // '[' onto '{', ']' onto '}'
   const unsigned opens = LanesHolding(folded, '{');
   const unsigned closes = LanesHolding(folded, '}');
-  const unsigned quotes = LanesHolding(block, '"');
+  const unsigned blanks = LanesHolding(block, ' ', '\t', '\n', '\r');
+  if (!*in_string && (quotes | opens | closes) == 0) {  // members and blanks only
+    *pos = start + 16;
+    return blanks == 0xFFFF || nesting->Member();
+  }
   const unsigned strings = StringLanes(quotes, *in_string ? 0xFFFF : 0);
   const unsigned escapes = LanesHolding(block, '\\') & strings;
   unsigned cut = 16;  // the first lane left to SkipStringContents
@@ -116,7 +127,7 @@ bool ScanBlock(std::string_view text, size_t* pos, bool* in_string, Nesting* nes
   }
   const unsigned before_cut = (1u << cut) - 1;
   unsigned marks = (opens | closes) & ~strings & before_cut;
-  unsigned members = ~(marks | LanesHolding(block, ' ', '\t', '\n', '\r')) & before_cut;
+  unsigned members = ~(marks | blanks) & before_cut;
   for (; marks != 0; marks &= marks - 1) {
     const unsigned mark = marks & (0u - marks);
     if ((members & (mark - 1)) != 0 && !nesting->Member()) return false;
