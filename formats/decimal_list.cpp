@@ -66,10 +66,6 @@ const char* LongDigitRun(const char* at, const char* end, uint32_t* number) {
 
 enum class FieldEnd { kMore, kLast, kBad };
 
-// Fields read one by one after the four-at-once path declines, before it is tried again: a list
-// of irregular fields then pays for few declined attempts.
-constexpr size_t kFieldsPerSlowBatch = 4;
-
 // One pass over the field at `at`: prefix, the digits, then on to the next comma; `at` ends past
 // that comma. The common field is a few bare digits followed by a comma, read in one eight-byte
 // step where the text allows.
@@ -96,6 +92,19 @@ constexpr size_t kFieldsPerSlowBatch = 4;
   }
   ++at;
   return FieldEnd::kMore;
+}
+
+// Up to `count` fields one by one: how many were read. `at` becomes null once the last field is
+// read or a bad one is met, which poisons the rest of the list.
+[[gnu::always_inline]] inline size_t ReadFieldByField(const char*& at, const char* end,
+                                                      uint32_t* values, size_t count) {
+  for (size_t read = 0; read < count; ++read) {
+    const FieldEnd field = ReadField(at, end, &values[read]);
+    if (field == FieldEnd::kMore) continue;
+    at = nullptr;
+    return field == FieldEnd::kLast ? read + 1 : read;
+  }
+  return count;
 }
 
 #if defined(__SSE2__)
@@ -128,24 +137,25 @@ inline int LoadWord(const char* at) {
   const size_t second = static_cast<size_t>(__builtin_ctzll(from_second));
   const size_t third = static_cast<size_t>(__builtin_ctzll(from_third));
   const size_t fourth = static_cast<size_t>(__builtin_ctzll(from_fourth));
-  // Each field one to four bytes long (a difference out of range wraps to a large value).
-  if (((first - 1) | (second - first - 2) | (third - second - 2) | (fourth - third - 2)) > 3) return 0;
+  // Each field one to four bytes long: its length less one below 4 (an empty field's wraps).
+  const size_t lengths = (first - 1) | (second - first - 2) | (third - second - 2) |
+                         (fourth - third - 2);
+  if (lengths > 3) return 0;
 
   // Each field's last four bytes in a 32-bit lane, its final digit on top. The bytes up to the
-  // lane's last comma belong to earlier fields; the others must be digits.
+  // lane's last comma belong to earlier fields and are cleared; the others must be digits.
   const __m128i tails = _mm_set_epi32(LoadWord(at + fourth - 4), LoadWord(at + third - 4),
                                       LoadWord(at + second - 4), LoadWord(at + first - 4));
   __m128i earlier = _mm_cmpeq_epi8(tails, _mm_set1_epi8(','));
   earlier = _mm_or_si128(earlier, _mm_srli_epi32(earlier, 8));
   earlier = _mm_or_si128(earlier, _mm_srli_epi32(earlier, 16));
-  // '0'..'9' moved to the ten lowest signed byte values, where no other byte lands.
-  const __m128i moved = _mm_add_epi8(tails, _mm_set1_epi8(0x80 - '0'));
-  const __m128i digits = _mm_cmplt_epi8(moved, _mm_set1_epi8(-128 + 10));
-  if (_mm_movemask_epi8(_mm_or_si128(digits, earlier)) != 0xFFFF) return 0;
+  // Digits become their values; any other byte of a field becomes 10 or more.
+  const __m128i digit_values = _mm_andnot_si128(earlier, _mm_xor_si128(tails, _mm_set1_epi8('0')));
+  const __m128i nine = _mm_set1_epi8(9);
+  if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digit_values, nine), nine)) != 0xFFFF) return 0;
 
   // Digits widened to 16 bits and weighted 1000, 100, 10, 1: two partial sums per field, then
   // narrowed back (each below 10000) and added pairwise.
-  const __m128i digit_values = _mm_andnot_si128(earlier, _mm_and_si128(tails, _mm_set1_epi8(0x0F)));
   const __m128i zero = _mm_setzero_si128();
   const __m128i weights = _mm_set_epi16(1, 10, 100, 1000, 1, 10, 100, 1000);
   const __m128i partial = _mm_packs_epi32(
@@ -155,23 +165,53 @@ inline int LoadWord(const char* at) {
   return fourth + 1;
 }
 
+// Where a batch read stopped: the next field, or null once the last field is read or a bad one
+// is met; and how many fields it read.
+struct BatchEnd {
+  const char* at;
+  size_t read;
+};
+
 // Groups of four short fields from `at` on while they last and the text has room around them,
-// at most `count` fields: how many were read. Kept out of line, where its loop has the registers
-// to itself.
-[[gnu::noinline]] size_t ReadShortFieldGroups(const char* begin, const char* end, const char*& at,
-                                              uint32_t* values, size_t count) {
-  if (at - begin < 3 || end - at < 32) return 0;
+// at most `count` fields. Kept out of line, where its loop has the registers to itself.
+[[gnu::noinline]] BatchEnd ReadShortFieldGroups(const char* begin, const char* end, const char* at,
+                                                uint32_t* values, size_t count) {
+  if (at - begin < 3 || end - at < 32) return {at, 0};
   const char* const last = end - 32;
-  const char* next = at;
   uint32_t* out = values;
-  for (size_t groups = count / 4; groups > 0 && next <= last; --groups) {
-    const size_t advance = ReadFourShortFields(next, out);
+  for (size_t groups = count / 4; groups > 0 && at <= last; --groups) {
+    const size_t advance = ReadFourShortFields(at, out);
     if (advance == 0) break;
-    next += advance;
+    at += advance;
     out += 4;
   }
-  at = next;
-  return static_cast<size_t>(out - values);
+  return {at, static_cast<size_t>(out - values)};
+}
+
+// Fields read one by one after the group path declines, before it is tried again: a few, twice
+// as many after each decline in a row, so that a list of other fields pays for few attempts.
+constexpr size_t kFewestFieldsByField = 4;
+constexpr size_t kMostFieldsByField = 64;
+
+// A batch read that takes groups of short fields wherever it can.
+[[gnu::noinline]] BatchEnd ReadInGroupsWherePossible(const char* begin, const char* end,
+                                                     const char* at, uint32_t* values,
+                                                     size_t count) {
+  size_t read = 0;
+  size_t by_field = kFewestFieldsByField;
+  while (read < count) {
+    if (count - read >= 4) {
+      const BatchEnd groups = ReadShortFieldGroups(begin, end, at, values + read, count - read);
+      at = groups.at;
+      read += groups.read;
+      if (read == count) break;
+      if (groups.read > 0) by_field = kFewestFieldsByField;
+    }
+    read += ReadFieldByField(at, end, values + read, std::min(count - read, by_field));
+    if (at == nullptr) break;
+    by_field = std::min(2 * by_field, kMostFieldsByField);
+  }
+  return {at, read};
 }
 #endif
 
@@ -181,29 +221,19 @@ bool DecimalListReader::Next(uint32_t* value) { return Next(value, 1) == 1; }
 
 size_t DecimalListReader::Next(uint32_t* values, size_t count) {
   const size_t size = text_.size();
+  if (pos_ > size) return 0;
   const char* const begin = text_.data();
   const char* const end = begin + size;
-  size_t read = 0;
-  if (pos_ > size) return read;
   const char* at = begin + pos_;
-  while (read < count) {
 #if defined(__SSE2__)
-    if (count - read >= 4) {
-      read += ReadShortFieldGroups(begin, end, at, values + read, count - read);
-      if (read == count) break;
-    }
-#endif
-    // Anything else goes field by field, a few fields before the fast path is tried again.
-    const size_t batch_end = read + std::min<size_t>(count - read, kFieldsPerSlowBatch);
-    for (; read < batch_end; ++read) {
-      const FieldEnd field = ReadField(at, end, &values[read]);
-      if (field == FieldEnd::kMore) continue;
-      // The last field, or a bad one, which poisons the rest of the list.
-      pos_ = size + 1;
-      return field == FieldEnd::kLast ? read + 1 : read;
-    }
+  if (count >= 4) {
+    const BatchEnd batch = ReadInGroupsWherePossible(begin, end, at, values, count);
+    pos_ = batch.at == nullptr ? size + 1 : static_cast<size_t>(batch.at - begin);
+    return batch.read;
   }
-  pos_ = static_cast<size_t>(at - begin);
+#endif
+  const size_t read = ReadFieldByField(at, end, values, count);
+  pos_ = at == nullptr ? size + 1 : static_cast<size_t>(at - begin);
   return read;
 }
 

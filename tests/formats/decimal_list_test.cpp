@@ -93,7 +93,9 @@ TEST(DecimalListTest, BatchReadsMatchFieldByFieldReads) {
       "10000,9,88,7,6,43210,55,5,4,3"};
   std::vector<std::string> texts;
   for (const std::string& list : kLists) {
-    for (size_t length = 0; length <= list.size(); ++length) texts.push_back(list.substr(0, length));
+    for (size_t length = 0; length <= list.size(); ++length) {
+      texts.push_back(list.substr(0, length));
+    }
     for (size_t at = 0; at < list.size(); ++at) {
       for (const char odd : {' ', '+', '-', 'x', ',', '7', '\0'}) {
         texts.push_back(list);
