@@ -128,8 +128,9 @@ HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostB
     MergeFromOperands(static_cast<uint32_t>(op), left, right);
     return;
   }
-  if (left && right && algo != nullptr) {
-    Merge(algo, left->record_, right->MutableTuning());
+  GamutConfig* main = (left && right && algo != nullptr) ? left->mutable_record() : nullptr;
+  if (main != nullptr) {
+    Merge(algo, *main, right->MutableTuning());
     return;
   }
   VKR_LOGE("Gamut Merge Error: Source (either left or right operand) is empty or vexa_algo_intf is nullptr");
@@ -137,11 +138,13 @@ HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostB
 }
 
 void HwAssetGamut::SetIdentity() {
-  record_.enable = false;
-  record_.reserved0 = 0;
-  record_.reserved1 = 0;
-  record_.grid_mode = kGridMode;
-  record_.num_entries = 0;
+  GamutConfig* record = mutable_record();
+  if (record == nullptr) return;
+  record->enable = false;
+  record->reserved0 = 0;
+  record->reserved1 = 0;
+  record->grid_mode = kGridMode;
+  record->num_entries = 0;
 }
 
 void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, &MutableTuning()); }
@@ -183,8 +186,8 @@ void HwAssetGamut::SetConfig(const Json::Value& config) {
     HwAssetBase::SetConfig(config);
     return;
   }
-  // The shared form decides everything before it writes, so the table (115 KiB) is copied
-  // straight into the record instead of through a zeroed fresh one.
+  // The shared form decides everything before it writes; the asset then holds the shared table
+  // itself (enabled, 115 KiB), which is copied only if the asset's record is ever written.
   JsonFieldReader reader(config, kLogLabel);
   const bool enable = reader.Bool(keys::kEnable);
   std::unique_ptr<GamutConfig> tuning;
@@ -194,8 +197,7 @@ void HwAssetGamut::SetConfig(const Json::Value& config) {
     SetIdentity();
     return;
   }
-  CopyAfterLen(*shared, &record_);
-  record_.enable = true;
+  record_.Share(std::move(shared));
   if (tuning) tuning_ = std::move(tuning);
 }
 
@@ -266,8 +268,9 @@ std::shared_ptr<GamutConfig> HwAssetGamut::LookUpSharedTable(JsonFieldReader& re
 void HwAssetGamut::WriteJson(Json::Value& json) const {
   Json::Value& rows = json[keys::kGamutMapFine] = Json::Value(Json::arrayValue);
   char text[kEntryTextCapacity];
-  for (uint32_t i = 0; i < HeldEntries(record_); ++i) {
-    const GamutEntry& entry = record_.entries[i];
+  const GamutConfig& record = this->record();
+  for (uint32_t i = 0; i < HeldEntries(record); ++i) {
+    const GamutEntry& entry = record.entries[i];
     std::snprintf(text, sizeof(text), "%u,%u,%u", entry.out_0, entry.out_1, entry.out_2);
     rows.append(text);
   }
@@ -291,8 +294,10 @@ void HwAssetGamut::Merge(VexaKivInterface* algo, GamutConfig& left, GamutConfig&
     SetIdentity();
     return;
   }
-  std::memcpy(Body(record_), output.data() + sizeof(uint32_t), kRecordBodyLen);
-  record_.enable = true;
+  GamutConfig* record = mutable_record();
+  if (record == nullptr) return;
+  std::memcpy(Body(*record), output.data() + sizeof(uint32_t), kRecordBodyLen);
+  record->enable = true;
 }
 
 }  // namespace vexa
