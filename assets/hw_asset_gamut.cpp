@@ -69,7 +69,7 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
   // Walked with iterators: jsoncpp's arrays are ordered maps, where indexing costs a search.
   Json::ArrayIndex i = 0;
   std::string converted;
-  for (auto it = rows.begin(); it != rows.end(); ++it, ++i) {
+  for (auto it = rows.begin(), end = rows.end(); it != end; ++it, ++i) {
     std::string_view row;
     if (!ElementText(reader, rows, *it, i, key, &converted, &row)) return false;
     DecimalListReader numbers(row);
