@@ -28,7 +28,7 @@ namespace vexa {
 
 // Records from this size on are held through a SharedRecord (copied on write), smaller ones
 // inside the asset.
-constexpr size_t kSharedRecordMinSize = 64 * 1024;
+constexpr size_t kSharedRecordMinSize = 4 * 1024;
 
 // What an asset's ReadJson decided about the fresh record.
 enum class ReadResult {
@@ -42,6 +42,7 @@ class HwAssetBase : public HwAsset {
  public:
   using RecordType = Record;
 
+  // Valid until the asset is next written: a large record may then move to another block.
   const Record& config() const { return record(); }
 
   // Copies enable and every field after len.
