@@ -83,7 +83,8 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
   return true;
 }
 
-// Shared-table form of "Tuning": one list of three numbers per entry for every grid point.
+// Shared-table form of "Tuning": one list of three numbers per entry for every grid point. Every
+// word of every entry is written (the input points zero), so the record need not start zeroed.
 bool ReadEntryStream(std::string_view text, GamutConfig* record) {
   DecimalListReader numbers(text);
   // Read a block of entries per call: the scanner keeps its place in registers within a call.
@@ -94,6 +95,7 @@ bool ReadEntryStream(std::string_view text, GamutConfig* record) {
     const bool complete = numbers.Next(words, 3 * count) == 3 * count;
     for (uint32_t k = 0; complete && k < count; ++k) {
       GamutEntry& entry = record->entries[first + k];
+      entry.in_0 = entry.in_1 = entry.in_2 = 0;
       entry.out_0 = words[3 * k];
       entry.out_1 = words[3 * k + 1];
       entry.out_2 = words[3 * k + 2];
@@ -246,7 +248,10 @@ std::shared_ptr<GamutConfig> HwAssetGamut::ReadSharedTables(JsonFieldReader& rea
   if (!reader.Has(keys::kGamutTuning)) return shared;
   const std::string_view text = reader.StringView(keys::kGamutTuning);
   if (!reader.ok()) return nullptr;
-  *tuning = NewRecord();
+  // Allocated unfilled: the header is set here and every entry by the reader (115 KiB not zeroed).
+  tuning->reset(new GamutConfig);
+  std::memset(tuning->get(), 0, offsetof(GamutConfig, entries));
+  (*tuning)->len = kRecordLen;
   (*tuning)->enable = true;
   (*tuning)->grid_mode = kGridMode;
   (*tuning)->num_entries = count;
