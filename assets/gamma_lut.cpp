@@ -17,7 +17,7 @@ void ReadChannel(JsonFieldReader& reader, const Json::Value& entries, const char
                  std::vector<uint32_t>& out) {
   out.resize(entries.size());
   Json::ArrayIndex i = 0;
-  for (auto it = entries.begin(); it != entries.end(); ++it, ++i) {
+  for (auto it = entries.begin(), end = entries.end(); it != end; ++it, ++i) {
     out[i] = it->isUInt() ? it->asUInt() : reader.ElementUint(entries, i, member);
   }
 }

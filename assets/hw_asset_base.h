@@ -18,12 +18,17 @@
 #include <utility>
 
 #include "assets/hw_asset.h"
+#include "assets/shared_record.h"
 #include "formats/json_access.h"
 #include "formats/keys.h"
 #include "formats/merge_caps.h"
 #include "platform/log.h"
 
 namespace vexa {
+
+// Records from this size on are held through a SharedRecord (copied on write), smaller ones
+// inside the asset.
+constexpr size_t kSharedRecordMinSize = 4 * 1024;
 
 // What an asset's ReadJson decided about the fresh record.
 enum class ReadResult {
@@ -37,10 +42,14 @@ class HwAssetBase : public HwAsset {
  public:
   using RecordType = Record;
 
-  const Record& config() const { return record_; }
+  // Valid until the asset is next written: a large record may then move to another block.
+  const Record& config() const { return record(); }
 
   // Copies enable and every field after len.
-  void SetConfig(const Record& record) { CopyAfterLen(record, &record_); }
+  void SetConfig(const Record& from) {
+    Record* to = mutable_record();
+    if (to != nullptr) CopyAfterLen(from, to);
+  }
 
   void SetConfig(const Json::Value& config) override {
     JsonFieldReader reader(config, Derived::kLogLabel);
@@ -57,15 +66,15 @@ class HwAssetBase : public HwAsset {
       return;
     }
     fresh->enable = true;
-    record_ = std::move(*fresh);
+    StoreRecord(std::move(fresh));
   }
 
   void SetIdentity() override { ClearRecord(); }
 
   std::shared_ptr<Json::Value> AsJV() const override {
     auto json = std::make_shared<Json::Value>(Json::objectValue);
-    (*json)[keys::kEnable] = record_.enable;
-    if (record_.enable) derived().WriteJson(*json);
+    (*json)[keys::kEnable] = record().enable;
+    if (record().enable) derived().WriteJson(*json);
     return json;
   }
 
@@ -86,7 +95,39 @@ class HwAssetBase : public HwAsset {
  protected:
   HwAssetBase(uint32_t asset_version, std::shared_ptr<HwAssetsCommonData> common)
       : HwAsset(asset_version, std::move(common)), record_() {
-    record_.len = Derived::kRecordLen;
+    if constexpr (kHeldShared) {
+      static_assert(Derived::kRecordLen == sizeof(Record), "a shared block is one whole record");
+    } else {
+      record_.len = Derived::kRecordLen;
+    }
+  }
+
+  static constexpr bool kHeldShared = sizeof(Record) >= kSharedRecordMinSize;
+
+  const Record& record() const {
+    if constexpr (kHeldShared) {
+      return record_.get();
+    } else {
+      return record_;
+    }
+  }
+
+  // The record to write into; null only when a shared block cannot be copied.
+  Record* mutable_record() {
+    if constexpr (kHeldShared) {
+      return record_.Mutable();
+    } else {
+      return &record_;
+    }
+  }
+
+  // Takes a whole record (len set) as the asset's own, without a copy where it is held shared.
+  void StoreRecord(std::unique_ptr<Record> fresh) {
+    if constexpr (kHeldShared) {
+      record_.Share(std::move(fresh));
+    } else {
+      record_ = std::move(*fresh);
+    }
   }
 
   // A zeroed record of this asset's length, on the heap (some records are large).
@@ -104,13 +145,15 @@ class HwAssetBase : public HwAsset {
   }
 
   void ClearRecord() {
-    const uint32_t len = record_.len;
-    if constexpr (std::is_trivially_copyable_v<Record>) {
+    if constexpr (kHeldShared) {
+      record_.Reset();  // reads as the zero record of its length
+    } else if constexpr (std::is_trivially_copyable_v<Record>) {
       std::memset(static_cast<void*>(&record_), 0, sizeof(Record));  // no record-sized temporary
+      record_.len = Derived::kRecordLen;
     } else {
       record_ = Record();
+      record_.len = Derived::kRecordLen;
     }
-    record_.len = len;
   }
 
   // The merge of ops 1 (left) and 2 (right), and identity for any other op but the ones a
@@ -141,25 +184,32 @@ class HwAssetBase : public HwAsset {
   // uninitialised memory (payloads are made on every publication; the gamut record is 115 KiB);
   // a record that owns heap data starts zeroed and is filled by the FillPayload hook.
   Record* NewPayloadRecord() const {
-    Record* record = nullptr;
+    Record* copy = nullptr;
     if constexpr (std::is_trivially_copyable_v<Record>) {
       static_assert(&Derived::FillPayload == &HwAssetBase::FillPayload,
                     "a flat record's payload is a whole copy");
-      record = new (std::nothrow) Record;
-      if (record != nullptr) std::memcpy(static_cast<void*>(record), &record_, sizeof(Record));
+      copy = new (std::nothrow) Record;
+      if (copy != nullptr) std::memcpy(static_cast<void*>(copy), &record(), sizeof(Record));
     } else {
-      record = new (std::nothrow) Record();
-      if (record != nullptr) derived().FillPayload(*record);
+      copy = new (std::nothrow) Record();
+      if (copy != nullptr) derived().FillPayload(*copy);
     }
-    if (record != nullptr) record->len = Derived::kRecordLen;
-    return record;
+    if (copy != nullptr) copy->len = Derived::kRecordLen;
+    return copy;
   }
 
   // Default hooks.
-  void FillPayload(Record& out) const { CopyAfterLen(record_, &out); }
-  void CopyFromOperand(const Derived& source) { CopyAfterLen(source.config(), &record_); }
+  void FillPayload(Record& out) const { CopyAfterLen(record(), &out); }
+  void CopyFromOperand(const Derived& source) {
+    if constexpr (kHeldShared) {
+      record_ = source.record_;  // the operand's block, shared until either side writes
+    } else {
+      CopyAfterLen(source.config(), &record_);
+    }
+  }
 
-  Record record_;
+  // A large record is reached through record() and mutable_record() only.
+  std::conditional_t<kHeldShared, SharedRecord<Record, sizeof(Record)>, Record> record_;
 
  private:
   Derived& derived() { return static_cast<Derived&>(*this); }

@@ -69,7 +69,7 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
   // Walked with iterators: jsoncpp's arrays are ordered maps, where indexing costs a search.
   Json::ArrayIndex i = 0;
   std::string converted;
-  for (auto it = rows.begin(); it != rows.end(); ++it, ++i) {
+  for (auto it = rows.begin(), end = rows.end(); it != end; ++it, ++i) {
     std::string_view row;
     if (!ElementText(reader, rows, *it, i, key, &converted, &row)) return false;
     DecimalListReader numbers(row);
@@ -83,7 +83,8 @@ bool ReadEntryRows(JsonFieldReader& reader, const char* key, const Json::Value& 
   return true;
 }
 
-// Shared-table form of "Tuning": one list of three numbers per entry for every grid point.
+// Shared-table form of "Tuning": one list of three numbers per entry for every grid point. Every
+// word of every entry is written (the input points zero), so the record need not start zeroed.
 bool ReadEntryStream(std::string_view text, GamutConfig* record) {
   DecimalListReader numbers(text);
   // Read a block of entries per call: the scanner keeps its place in registers within a call.
@@ -94,6 +95,7 @@ bool ReadEntryStream(std::string_view text, GamutConfig* record) {
     const bool complete = numbers.Next(words, 3 * count) == 3 * count;
     for (uint32_t k = 0; complete && k < count; ++k) {
       GamutEntry& entry = record->entries[first + k];
+      entry.in_0 = entry.in_1 = entry.in_2 = 0;
       entry.out_0 = words[3 * k];
       entry.out_1 = words[3 * k + 1];
       entry.out_2 = words[3 * k + 2];
@@ -128,8 +130,9 @@ HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostB
     MergeFromOperands(static_cast<uint32_t>(op), left, right);
     return;
   }
-  if (left && right && algo != nullptr) {
-    Merge(algo, left->record_, right->MutableTuning());
+  GamutConfig* main = (left && right && algo != nullptr) ? left->mutable_record() : nullptr;
+  if (main != nullptr) {
+    Merge(algo, *main, right->MutableTuning());
     return;
   }
   VKR_LOGE("Gamut Merge Error: Source (either left or right operand) is empty or vexa_algo_intf is nullptr");
@@ -137,11 +140,13 @@ HwAssetGamut::HwAssetGamut(VexaKivInterface* algo, kiv_mode_merge_caps::KivPostB
 }
 
 void HwAssetGamut::SetIdentity() {
-  record_.enable = false;
-  record_.reserved0 = 0;
-  record_.reserved1 = 0;
-  record_.grid_mode = kGridMode;
-  record_.num_entries = 0;
+  GamutConfig* record = mutable_record();
+  if (record == nullptr) return;
+  record->enable = false;
+  record->reserved0 = 0;
+  record->reserved1 = 0;
+  record->grid_mode = kGridMode;
+  record->num_entries = 0;
 }
 
 void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, &MutableTuning()); }
@@ -183,8 +188,8 @@ void HwAssetGamut::SetConfig(const Json::Value& config) {
     HwAssetBase::SetConfig(config);
     return;
   }
-  // The shared form decides everything before it writes, so the table (115 KiB) is copied
-  // straight into the record instead of through a zeroed fresh one.
+  // The shared form decides everything before it writes; the asset then holds the shared table
+  // itself (enabled, 115 KiB), which is copied only if the asset's record is ever written.
   JsonFieldReader reader(config, kLogLabel);
   const bool enable = reader.Bool(keys::kEnable);
   std::unique_ptr<GamutConfig> tuning;
@@ -194,8 +199,7 @@ void HwAssetGamut::SetConfig(const Json::Value& config) {
     SetIdentity();
     return;
   }
-  CopyAfterLen(*shared, &record_);
-  record_.enable = true;
+  record_.Share(std::move(shared));
   if (tuning) tuning_ = std::move(tuning);
 }
 
@@ -244,7 +248,10 @@ std::shared_ptr<GamutConfig> HwAssetGamut::ReadSharedTables(JsonFieldReader& rea
   if (!reader.Has(keys::kGamutTuning)) return shared;
   const std::string_view text = reader.StringView(keys::kGamutTuning);
   if (!reader.ok()) return nullptr;
-  *tuning = NewRecord();
+  // Allocated unfilled: the header is set here and every entry by the reader (115 KiB not zeroed).
+  tuning->reset(new GamutConfig);
+  std::memset(tuning->get(), 0, offsetof(GamutConfig, entries));
+  (*tuning)->len = kRecordLen;
   (*tuning)->enable = true;
   (*tuning)->grid_mode = kGridMode;
   (*tuning)->num_entries = count;
@@ -266,8 +273,9 @@ std::shared_ptr<GamutConfig> HwAssetGamut::LookUpSharedTable(JsonFieldReader& re
 void HwAssetGamut::WriteJson(Json::Value& json) const {
   Json::Value& rows = json[keys::kGamutMapFine] = Json::Value(Json::arrayValue);
   char text[kEntryTextCapacity];
-  for (uint32_t i = 0; i < HeldEntries(record_); ++i) {
-    const GamutEntry& entry = record_.entries[i];
+  const GamutConfig& record = this->record();
+  for (uint32_t i = 0; i < HeldEntries(record); ++i) {
+    const GamutEntry& entry = record.entries[i];
     std::snprintf(text, sizeof(text), "%u,%u,%u", entry.out_0, entry.out_1, entry.out_2);
     rows.append(text);
   }
@@ -291,8 +299,10 @@ void HwAssetGamut::Merge(VexaKivInterface* algo, GamutConfig& left, GamutConfig&
     SetIdentity();
     return;
   }
-  std::memcpy(Body(record_), output.data() + sizeof(uint32_t), kRecordBodyLen);
-  record_.enable = true;
+  GamutConfig* record = mutable_record();
+  if (record == nullptr) return;
+  std::memcpy(Body(*record), output.data() + sizeof(uint32_t), kRecordBodyLen);
+  record->enable = true;
 }
 
 }  // namespace vexa

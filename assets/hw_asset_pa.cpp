@@ -358,7 +358,7 @@ void HwAssetPA::SetConfig(const Json::Value& config) {
   }
   fresh->ops = FeatureBits(*fresh);
   fresh->enable = fresh->ops != 0;
-  record_ = *fresh;
+  StoreRecord(std::move(fresh));
 }
 
 ReadResult HwAssetPA::ReadJson(JsonFieldReader& reader, PaConfig& fresh) const {
@@ -386,9 +386,11 @@ ReadResult HwAssetPA::ReadJson(JsonFieldReader& reader, PaConfig& fresh) const {
 }
 
 void HwAssetPA::SetIdentity() {
-  record_.enable = false;
-  record_.ops = 0;
-  record_.reserved = 0;
+  PaConfig* record = mutable_record();
+  if (record == nullptr) return;
+  record->enable = false;
+  record->ops = 0;
+  record->reserved = 0;
 }
 
 void HwAssetPA::Assemble(const std::shared_ptr<HwAssetPA>& global_part,
@@ -397,38 +399,39 @@ void HwAssetPA::Assemble(const std::shared_ptr<HwAssetPA>& global_part,
   std::unique_ptr<PaConfig> assembled = NewRecord();
   uint32_t ops = 0;
   if (global_part) {
-    assembled->global = global_part->record_.global;
-    ops |= global_part->record_.ops & kGlobalPartBits;
+    assembled->global = global_part->record().global;
+    ops |= global_part->record().ops & kGlobalPartBits;
   }
   for (const MemColRegionSlot& slot : kMemColRegions) {
     (*assembled).*slot.region =
-        memory_colors_part ? memory_colors_part->record_.*slot.region : NeutralRegion();
+        memory_colors_part ? memory_colors_part->record().*slot.region : NeutralRegion();
   }
-  if (memory_colors_part) ops |= memory_colors_part->record_.ops & kMemoryColorsPartBits;
+  if (memory_colors_part) ops |= memory_colors_part->record().ops & kMemoryColorsPartBits;
   if (multi_zone_part) {
-    assembled->six_zone = multi_zone_part->record_.six_zone;
-    ops |= multi_zone_part->record_.ops & kMultiZonePartBits;
+    assembled->six_zone = multi_zone_part->record().six_zone;
+    ops |= multi_zone_part->record().ops & kMultiZonePartBits;
   }
   assembled->ops = ops;
   assembled->enable = ops != 0;
-  record_ = *assembled;
+  StoreRecord(std::move(assembled));
 }
 
 void HwAssetPA::WriteJson(Json::Value& json) const {
-  json[keys::kPaCont] = Number(record_.global.cont);
-  json[keys::kPaHue] = record_.global.hue;
-  json[keys::kPaSat] = Number(record_.global.sat);
-  json[keys::kPaSatThresh] = Number(record_.global.sat_thresh);
-  json[keys::kPaVal] = Number(record_.global.val);
+  const PaConfig& record = this->record();
+  json[keys::kPaCont] = Number(record.global.cont);
+  json[keys::kPaHue] = record.global.hue;
+  json[keys::kPaSat] = Number(record.global.sat);
+  json[keys::kPaSatThresh] = Number(record.global.sat_thresh);
+  json[keys::kPaVal] = Number(record.global.val);
   for (const MemColRegionSlot& slot : kMemColRegions) {
-    json[slot.key] = RegionJson(record_.*slot.region, slot);
+    json[slot.key] = RegionJson(record.*slot.region, slot);
   }
   // The curves exist only once a "SixZone" section with the right entry count was read.
-  if (record_.six_zone.num_entries == kPaSixZoneEntries) {
+  if (record.six_zone.num_entries == kPaSixZoneEntries) {
     json[keys::kPaSixZone] =
-        SixZoneJson(record_.six_zone, asset_version_ >= kCurveTextAssetVersion);
+        SixZoneJson(record.six_zone, asset_version_ >= kCurveTextAssetVersion);
   }
-  json[keys::kPaSixZoneThresholds] = ThresholdsJson(record_.six_zone.thresholds);
+  json[keys::kPaSixZoneThresholds] = ThresholdsJson(record.six_zone.thresholds);
 }
 
 uint32_t HwAssetPA::Map(const std::string& left, const std::string& right) {

@@ -5,6 +5,10 @@
 #include <cstring>
 #include <limits>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "decimal fields are read as little-endian words");
 
 namespace vexa {
@@ -90,25 +94,146 @@ enum class FieldEnd { kMore, kLast, kBad };
   return FieldEnd::kMore;
 }
 
+// Up to `count` fields one by one: how many were read. `at` becomes null once the last field is
+// read or a bad one is met, which poisons the rest of the list.
+[[gnu::always_inline]] inline size_t ReadFieldByField(const char*& at, const char* end,
+                                                      uint32_t* values, size_t count) {
+  for (size_t read = 0; read < count; ++read) {
+    const FieldEnd field = ReadField(at, end, &values[read]);
+    if (field == FieldEnd::kMore) continue;
+    at = nullptr;
+    return field == FieldEnd::kLast ? read + 1 : read;
+  }
+  return count;
+}
+
+#if defined(__SSE2__)
+// Bit k set where at[k] is a comma, for the 32 bytes at `at`.
+inline uint32_t CommaBits(const char* at) {
+  const __m128i comma = _mm_set1_epi8(',');
+  const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+  const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + 16));
+  return static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(low, comma))) |
+         static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(high, comma))) << 16;
+}
+
+inline int LoadWord(const char* at) {
+  int word = 0;
+  std::memcpy(&word, at, sizeof(word));
+  return word;
+}
+
+// Four fields of one to four bare digits, each ended by its comma, read at once: how far `at`
+// moves (past the fourth comma), or 0, with nothing read, when the fields are anything else and
+// ReadField is to take them one by one. The 32 bytes at `at` and the three before it must be
+// readable, and at[-1] must be the comma that ended the previous field.
+[[gnu::always_inline]] inline size_t ReadFourShortFields(const char* at, uint32_t* values) {
+  const uint64_t from_first = CommaBits(at);
+  const uint64_t from_second = from_first & (from_first - 1);
+  const uint64_t from_third = from_second & (from_second - 1);
+  const uint64_t from_fourth = from_third & (from_third - 1);
+  if (from_fourth == 0) return 0;
+  const size_t first = static_cast<size_t>(__builtin_ctzll(from_first));
+  const size_t second = static_cast<size_t>(__builtin_ctzll(from_second));
+  const size_t third = static_cast<size_t>(__builtin_ctzll(from_third));
+  const size_t fourth = static_cast<size_t>(__builtin_ctzll(from_fourth));
+  // Each field one to four bytes long: its length less one below 4 (an empty field's wraps).
+  const size_t lengths = (first - 1) | (second - first - 2) | (third - second - 2) |
+                         (fourth - third - 2);
+  if (lengths > 3) return 0;
+
+  // Each field's last four bytes in a 32-bit lane, its final digit on top. The bytes up to the
+  // lane's last comma belong to earlier fields and are cleared; the others must be digits.
+  const __m128i tails = _mm_set_epi32(LoadWord(at + fourth - 4), LoadWord(at + third - 4),
+                                      LoadWord(at + second - 4), LoadWord(at + first - 4));
+  __m128i earlier = _mm_cmpeq_epi8(tails, _mm_set1_epi8(','));
+  earlier = _mm_or_si128(earlier, _mm_srli_epi32(earlier, 8));
+  earlier = _mm_or_si128(earlier, _mm_srli_epi32(earlier, 16));
+  // Digits become their values; any other byte of a field becomes 10 or more.
+  const __m128i digit_values = _mm_andnot_si128(earlier, _mm_xor_si128(tails, _mm_set1_epi8('0')));
+  const __m128i nine = _mm_set1_epi8(9);
+  if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(digit_values, nine), nine)) != 0xFFFF) return 0;
+
+  // Digits widened to 16 bits and weighted 1000, 100, 10, 1: two partial sums per field, then
+  // narrowed back (each below 10000) and added pairwise.
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i weights = _mm_set_epi16(1, 10, 100, 1000, 1, 10, 100, 1000);
+  const __m128i partial = _mm_packs_epi32(
+      _mm_madd_epi16(_mm_unpacklo_epi8(digit_values, zero), weights),
+      _mm_madd_epi16(_mm_unpackhi_epi8(digit_values, zero), weights));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(values), _mm_madd_epi16(partial, _mm_set1_epi16(1)));
+  return fourth + 1;
+}
+
+// Where a batch read stopped: the next field, or null once the last field is read or a bad one
+// is met; and how many fields it read.
+struct BatchEnd {
+  const char* at;
+  size_t read;
+};
+
+// Groups of four short fields from `at` on while they last and the text has room around them,
+// at most `count` fields. Kept out of line, where its loop has the registers to itself.
+[[gnu::noinline]] BatchEnd ReadShortFieldGroups(const char* begin, const char* end, const char* at,
+                                                uint32_t* values, size_t count) {
+  if (at - begin < 3 || end - at < 32) return {at, 0};
+  const char* const last = end - 32;
+  uint32_t* out = values;
+  for (size_t groups = count / 4; groups > 0 && at <= last; --groups) {
+    const size_t advance = ReadFourShortFields(at, out);
+    if (advance == 0) break;
+    at += advance;
+    out += 4;
+  }
+  return {at, static_cast<size_t>(out - values)};
+}
+
+// Fields read one by one after the group path declines, before it is tried again: a few, twice
+// as many after each decline in a row, so that a list of other fields pays for few attempts.
+constexpr size_t kFewestFieldsByField = 4;
+constexpr size_t kMostFieldsByField = 64;
+
+// A batch read that takes groups of short fields wherever it can.
+[[gnu::noinline]] BatchEnd ReadInGroupsWherePossible(const char* begin, const char* end,
+                                                     const char* at, uint32_t* values,
+                                                     size_t count) {
+  size_t read = 0;
+  size_t by_field = kFewestFieldsByField;
+  while (read < count) {
+    if (count - read >= 4) {
+      const BatchEnd groups = ReadShortFieldGroups(begin, end, at, values + read, count - read);
+      at = groups.at;
+      read += groups.read;
+      if (read == count) break;
+      if (groups.read > 0) by_field = kFewestFieldsByField;
+    }
+    read += ReadFieldByField(at, end, values + read, std::min(count - read, by_field));
+    if (at == nullptr) break;
+    by_field = std::min(2 * by_field, kMostFieldsByField);
+  }
+  return {at, read};
+}
+#endif
+
 }  // namespace
 
 bool DecimalListReader::Next(uint32_t* value) { return Next(value, 1) == 1; }
 
 size_t DecimalListReader::Next(uint32_t* values, size_t count) {
   const size_t size = text_.size();
+  if (pos_ > size) return 0;
   const char* const begin = text_.data();
   const char* const end = begin + size;
-  size_t read = 0;
-  if (pos_ > size) return read;
   const char* at = begin + pos_;
-  for (; read < count; ++read) {
-    const FieldEnd field = ReadField(at, end, &values[read]);
-    if (field == FieldEnd::kMore) continue;
-    // The last field, or a bad one, which poisons the rest of the list.
-    pos_ = size + 1;
-    return field == FieldEnd::kLast ? read + 1 : read;
+#if defined(__SSE2__)
+  if (count >= 4) {
+    const BatchEnd batch = ReadInGroupsWherePossible(begin, end, at, values, count);
+    pos_ = batch.at == nullptr ? size + 1 : static_cast<size_t>(batch.at - begin);
+    return batch.read;
   }
-  pos_ = static_cast<size_t>(at - begin);
+#endif
+  const size_t read = ReadFieldByField(at, end, values, count);
+  pos_ = at == nullptr ? size + 1 : static_cast<size_t>(at - begin);
   return read;
 }
 

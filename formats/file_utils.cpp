@@ -1,6 +1,7 @@
 #include "formats/file_utils.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -111,6 +112,25 @@ bool WriteToFile(const std::string& path, const std::shared_ptr<std::string>& co
   }
   SyncDirectoryOf(host_path);
   return true;
+}
+
+bool FileHolds(const std::string& path, const std::string& contents) {
+  const size_t size = std::strlen(contents.c_str());
+  const int fd = open(MapDevicePath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  struct stat info {};
+  bool same = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) &&
+              static_cast<uint64_t>(info.st_size) == size;
+  std::string held(same ? size + 1 : 0, '\0');  // one byte more shows a file that grew meanwhile
+  size_t got = 0;
+  while (same && got < held.size()) {
+    const ssize_t n = read(fd, held.data() + got, held.size() - got);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) break;
+    got += static_cast<size_t>(n);
+  }
+  close(fd);
+  return same && got == size && held.compare(0, size, contents, 0, size) == 0;
 }
 
 bool Exists(const std::string& path) {

@@ -16,6 +16,10 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path);
 // Returns whether the file now holds the contents; on failure no temporary file is left.
 bool WriteToFile(const std::string& path, const std::shared_ptr<std::string>& contents);
 
+// True when the file is a regular file holding exactly `contents` up to their first zero byte, so
+// that a writer can leave it as it is.
+bool FileHolds(const std::string& path, const std::string& contents);
+
 // True when the file can be opened for reading.
 bool Exists(const std::string& path);
 

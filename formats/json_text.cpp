@@ -196,7 +196,8 @@ std::shared_ptr<std::string> jsonWriteString(const std::shared_ptr<Json::Value>&
 bool PopulateJsonValue(const std::string& text, Json::Value& value) {
   if (JsonNestingDepth(text) > kMaxJsonNesting) return false;
   Json::Reader reader(Json::Features::strictMode());
-  return reader.parse(text, value, /*collectComments=*/false);
+  // The range form: the string form would first copy the whole text (megabytes) into the reader.
+  return reader.parse(text.data(), text.data() + text.size(), value, /*collectComments=*/false);
 }
 
 }  // namespace vexa

@@ -143,6 +143,8 @@ bool GenerateModeMergeVersionFile(const std::string& path) {
     VKR_LOGI(2, "Unable to create device mode merge version file. String was empty.");
     return false;
   }
+  // Unchanged from the last start-up: the file is not rewritten and synced on every boot.
+  if (FileHolds(path, *text)) return true;
   return WriteToFile(path, text);
 }
 

@@ -57,7 +57,9 @@ std::shared_ptr<HwAssetsCommonData> ReadCommonData(JsonFieldReader& file, Json::
     *ok = false;
     return nullptr;
   }
-  return std::make_shared<HwAssetsCommonData>(common);
+  auto tables = std::make_shared<HwAssetsCommonData>(common);
+  common = Json::Value();  // the tables are records now
+  return tables;
 }
 
 // " (did you mean "<name>"?)" when a known member is a slip away from `name`, else empty.
@@ -121,8 +123,11 @@ std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(const std::st
   size_t count = 0;
   for (const std::string& name : MemberNames(panel)) {
     if (count++ % kModesPerYield == 0) sched_yield();
-    std::shared_ptr<KivMode> mode = parse_mode(panel[name], name, std::string(), mode_version,
+    Json::Value& mode_value = panel[name];
+    std::shared_ptr<KivMode> mode = parse_mode(mode_value, name, std::string(), mode_version,
                                                common_data);
+    // The mode keeps records, not JSON: its tree goes now, while it is still in the cache.
+    mode_value = Json::Value();
     if (mode) {
       modes->push_back(std::move(mode));
       VKR_LOGI(2, "Parsed %s", name.c_str());

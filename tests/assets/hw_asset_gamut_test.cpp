@@ -45,13 +45,18 @@ Json::Value Section(uint32_t seed, uint32_t count, const Json::Value& tuning = J
   return json;
 }
 
-// With common data holding the 3D tables "a" (seed 3) and "b" (seed 4).
-std::shared_ptr<HwAssetGamut> Read(uint32_t version, const Json::Value& json) {
+// Common data holding the 3D tables "a" (seed 3) and "b" (seed 4).
+std::shared_ptr<HwAssetsCommonData> Tables() {
   Json::Value data;
   data["PostBlendGamut"]["numEntries"] = kEntries;
   data["PostBlendGamut"]["Custom"]["a"] = Rows(3, kEntries, true);
   data["PostBlendGamut"]["Custom"]["b"] = Rows(4, kEntries, true);
-  auto asset = std::make_shared<HwAssetGamut>(version, std::make_shared<HwAssetsCommonData>(data));
+  return std::make_shared<HwAssetsCommonData>(data);
+}
+
+std::shared_ptr<HwAssetGamut> Read(uint32_t version, const Json::Value& json,
+                                   std::shared_ptr<HwAssetsCommonData> tables = Tables()) {
+  auto asset = std::make_shared<HwAssetGamut>(version, std::move(tables));
   asset->SetConfig(json);
   return asset;
 }
@@ -159,6 +164,28 @@ TEST(HwAssetGamutTest, MergeFramesEveryGridPointOfLeftMainAndRightTuning) {
   ExpectOneLine(log, "E", kWhere, "Merge(): Failed to process kKivGamutMerge");
   HwAssetGamut untuned(&algo, MergeOp::kMergeOperand, left, Read(0, Section(7, 10)));
   ExpectEntries(algo.calls().at(2).input.data() + 20 + 117928, 0, 0, true);  // no "Tuning": a zero table
+}
+
+// Assets naming one shared table hold its block rather than a copy each, as does an operand taken
+// whole; a write (the input points a merge fills into its left operand, identity) copies first
+// and reaches neither the other holders nor the common table.
+TEST(HwAssetGamutTest, SharedTableBlocksAreCopiedOnlyWhenWritten) {
+  auto tables = Tables();
+  auto a = Read(3, ParseJson(kShared), tables);
+  auto b = Read(3, ParseJson(kShared), tables);
+  const GamutConfig* table = tables->GetGamut("a").get();
+  AlgoDouble algo;
+  HwAssetGamut taken(&algo, MergeOp::kLeftOperand, a, nullptr);
+  EXPECT_TRUE(&a->config() == table && &b->config() == table && &taken.config() == table);
+  HwAssetGamut merged(&algo, MergeOp::kMergeOperand, a, Read(3, Section(0, 0, Rows(5, kEntries, true))));
+  ASSERT_EQ(algo.calls().size(), 1u);
+  ExpectEntries(a->config().entries, 3, kEntries, /*grid=*/true);
+  b->SetIdentity();
+  ExpectDisabled(b->config());
+  for (const GamutConfig* held : {table, &taken.config()}) {
+    EXPECT_TRUE(held->enable && held->num_entries == kEntries && held->entries[1].in_0 == 0);
+    ExpectEntries(held->entries, 3, kEntries);
+  }
 }
 
 }  // namespace

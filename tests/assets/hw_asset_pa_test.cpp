@@ -125,14 +125,15 @@ TEST(HwAssetPaTest, AssemblyTakesEachSectionAndItsBitsFromItsPart) {
   zone_json["SixZone"]["hueCurve"] = testing::Numbers(kPaSixZoneEntries, 50);
   auto zone = Configured(zone_json, 2);
   HwAssetPA assembled(0, nullptr);
-  const PaConfig& c = assembled.config();
   assembled.Assemble(global, colors, zone);
-  EXPECT_TRUE(c.enable && c.ops == (0x1u | (0x7BFu & 0x6FEu) | 0x100u));
-  EXPECT_EQ(std::memcmp(&c.global, &global->config().global, sizeof(c.global)), 0);
-  EXPECT_EQ(std::memcmp(&c.skin, &colors->config().skin, 3 * sizeof(c.skin)), 0);
-  EXPECT_EQ(std::memcmp(&c.six_zone, &zone->config().six_zone, sizeof(c.six_zone)), 0);
+  const PaConfig* c = &assembled.config();
+  EXPECT_TRUE(c->enable && c->ops == (0x1u | (0x7BFu & 0x6FEu) | 0x100u));
+  EXPECT_EQ(std::memcmp(&c->global, &global->config().global, sizeof(c->global)), 0);
+  EXPECT_EQ(std::memcmp(&c->skin, &colors->config().skin, 3 * sizeof(c->skin)), 0);
+  EXPECT_EQ(std::memcmp(&c->six_zone, &zone->config().six_zone, sizeof(c->six_zone)), 0);
   assembled.Assemble(colors, nullptr, global);  // the other parts' bits are not taken
-  EXPECT_TRUE(c.ops == 0x1u && c.sky.blending_enable == 1u && c.six_zone.num_entries == 0u);  // neutral parts
+  c = &assembled.config();
+  EXPECT_TRUE(c->ops == 0x1u && c->sky.blending_enable == 1u && c->six_zone.num_entries == 0u);  // neutral parts
 }
 
 // Edge names to trapezoid types and back; an unknown name reads as a step, a type above 3 has no name.

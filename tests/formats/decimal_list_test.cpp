@@ -62,4 +62,51 @@ TEST(DecimalListTest, BatchReadStopsAtTheFirstBadField) {
   }
 }
 
+// Every field of the text, `batch` at a time, into a buffer of exactly that text's size (so that
+// reading past its end shows under the address sanitizer). Slots a batch leaves unread must keep
+// what they held.
+std::vector<uint32_t> ReadInBatches(const std::string& text, size_t batch) {
+  const std::vector<char> bytes(text.begin(), text.end());
+  DecimalListReader reader(std::string_view(bytes.data(), bytes.size()));
+  constexpr uint32_t kUntouched = 0xDEADBEEF;
+  std::vector<uint32_t> values;
+  for (size_t read = batch; read == batch;) {
+    const size_t at = values.size();
+    values.resize(at + batch, kUntouched);
+    read = reader.Next(values.data() + at, batch);
+    for (size_t k = at + read; k < values.size(); ++k) EXPECT_EQ(values[k], kUntouched) << text;
+    values.resize(at + read);
+  }
+  uint32_t after = kUntouched;
+  EXPECT_FALSE(reader.Next(&after)) << text;
+  return values;
+}
+
+// Batch reads take runs of short fields several at a time; one field per call is the reference.
+// Field lengths around that limit, any byte replaced by one that breaks a run, the text cut at
+// every length.
+TEST(DecimalListTest, BatchReadsMatchFieldByFieldReads) {
+  const std::string kLists[] = {
+      "4095,7,12,345,0,9999,10,2048,1,22,333,4444,5,66,777,8888,0000,0001,900,80,7000,6,51,402,"
+      "3333,44,555,6666,7,1234,43,2,3210,54321,1,2,3,4",
+      "12345,1,1234567,22,12345678,333,0001234,4444,1,2,99999,5,1234,98765432,66,4321,0,7654321,8,"
+      "10000,9,88,7,6,43210,55,5,4,3"};
+  std::vector<std::string> texts;
+  for (const std::string& list : kLists) {
+    for (size_t length = 0; length <= list.size(); ++length) {
+      texts.push_back(list.substr(0, length));
+    }
+    for (size_t at = 0; at < list.size(); ++at) {
+      for (const char odd : {' ', '+', '-', 'x', ',', '7', '\0'}) {
+        texts.push_back(list);
+        texts.back()[at] = odd;
+      }
+    }
+  }
+  for (const std::string& text : texts) {
+    const std::vector<uint32_t> expected = ReadInBatches(text, 1);
+    for (size_t batch : {4, 7, 192}) EXPECT_EQ(ReadInBatches(text, batch), expected) << text;
+  }
+}
+
 }  // namespace vexa

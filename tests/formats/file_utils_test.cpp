@@ -62,6 +62,20 @@ TEST(FileUtilsTest, WriteReplacesTheFileUpToTheFirstZeroByteOrFailsLeavingNothin
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 2);  // no temporary
 }
 
+// Only a regular file with exactly the contents (up to their first zero byte) holds them.
+TEST(FileUtilsTest, FileHoldsOnlyExactlyTheContents) {
+  testing::TempDir dir;
+  testing::ScopedEnv sysroot(kSysrootVariable, dir.path().c_str());
+  dir.Put("f", "{\"a\":1}");
+  dir.Put("d/inner", "x");
+  const std::tuple<const char*, std::string, bool> cases[] = {
+      {"/f", "{\"a\":1}", true},          {"/f", std::string("{\"a\":1}\0z", 9), true},
+      {"/f", "{\"a\":2}", false},         {"/f", "{\"a\":1", false},
+      {"/f", "{\"a\":1} ", false},        {"/d", "", false},
+      {"/gone", "", false}};
+  for (const auto& [path, contents, holds] : cases) EXPECT_EQ(FileHolds(path, contents), holds) << path << contents;
+}
+
 // A write that the file-size limit cuts off part-way (a full disk behaves alike) fails and
 // leaves the previous file whole. Run in a child so the limit and the ignored signal stay there.
 TEST(FileUtilsTest, WriteCutOffPartWayLeavesThePreviousFileIntact) {

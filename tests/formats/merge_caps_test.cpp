@@ -1,11 +1,15 @@
 #include "formats/merge_caps.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include <tuple>
 
 #include "support/fixture_writer.h"
 #include "support/log_capture.h"
+#include "support/temp_dir.h"
+#include "platform/device_paths.h"
 
 namespace vexa {
 
@@ -48,6 +52,25 @@ TEST(MergeCapsTest, VersionCheckIsAllOrNothing) {
     const std::string named = std::string("Invalid member \"") + (member ? member : "") + "\" in ";
     EXPECT_EQ(log.Count(named + "\"ModeMerge\""), member ? 1u : 0u) << log.Dump();
   }
+}
+
+// The file is written when missing or different, and left alone (same inode) when it already
+// holds the text.
+TEST(MergeCapsTest, VersionFileIsRewrittenOnlyWhenItDiffers) {
+  testing::TempDir dir;
+  testing::ScopedEnv sysroot(kSysrootVariable, dir.path().c_str());
+  const auto inode = [&] {
+    struct stat info {};
+    return stat(dir.File("v").c_str(), &info) == 0 ? info.st_ino : 0;
+  };
+  ASSERT_TRUE(GenerateModeMergeVersionFile("/v"));
+  EXPECT_EQ(dir.Get("v"), ModeMergeVersionText());
+  const auto first = inode();
+  ASSERT_TRUE(GenerateModeMergeVersionFile("/v"));
+  EXPECT_EQ(inode(), first);
+  dir.Put("v", ModeMergeVersionText() + " ");
+  ASSERT_TRUE(GenerateModeMergeVersionFile("/v"));
+  EXPECT_EQ(dir.Get("v"), ModeMergeVersionText());
 }
 
 }  // namespace vexa
