@@ -58,14 +58,15 @@ void SyncDirectoryOf(const std::string& path) {
   close(fd);
 }
 
-}  // namespace
-
-std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
+// Reads the whole file into the buffer that `buffer_of(length)` provides (null when it cannot),
+// logging each outcome; the bytes read, or -1 on any failure (a file of length 0 included).
+template <typename BufferOf>
+int64_t ReadWhole(const std::string& path, BufferOf buffer_of) {
   const std::string host_path = MapDevicePath(path);
   FILE* file = std::fopen(host_path.c_str(), "r");
   if (file == nullptr) {
     VKR_LOGI(2, "unable to read %s", path.c_str());
-    return EmptyText();
+    return -1;
   }
   VKR_LOGI(2, "reading from %s", path.c_str());
   long end = (std::fseek(file, 0, SEEK_END) == 0) ? std::ftell(file) : -1;
@@ -75,26 +76,50 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
   if (length < 1) {
     VKR_LOGI(2, "file len is %d", length);
     std::fclose(file);
-    return EmptyText();
+    return -1;
   }
-  // Read straight into the result: files run to megabytes, and a second buffer would cost a copy.
-  auto text = std::make_shared<std::string>();
-  try {
-    text->resize(static_cast<size_t>(length));
-  } catch (const std::bad_alloc&) {
+  char* buffer = buffer_of(static_cast<size_t>(length));
+  if (buffer == nullptr) {
     std::fclose(file);
-    return EmptyText();
+    return -1;
   }
-  const size_t read = std::fread(text->data(), 1, static_cast<size_t>(length), file);
+  const size_t read = std::fread(buffer, 1, static_cast<size_t>(length), file);
   if (read < static_cast<size_t>(length) && std::ferror(file)) {
     VKR_LOGE("error: expected %d bytes. Read %d bytes", length, static_cast<int>(read));
     std::fclose(file);
-    return EmptyText();
+    return -1;
   }
   std::fclose(file);
-  text->resize(read);
   VKR_LOGI(2, "read successfully");
+  return static_cast<int64_t>(read);
+}
+
+}  // namespace
+
+std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
+  auto text = std::make_shared<std::string>();
+  const int64_t read = ReadWhole(path, [&](size_t length) -> char* {
+    try {
+      text->resize(length);  // read straight into the result: no second buffer, no copy
+    } catch (const std::bad_alloc&) {
+      return nullptr;
+    }
+    return text->data();
+  });
+  if (read < 0) return EmptyText();
+  text->resize(static_cast<size_t>(read));
   return text;
+}
+
+FileBytes ReadFileBytes(const std::string& path) {
+  FileBytes bytes;
+  const int64_t read = ReadWhole(path, [&](size_t length) {
+    bytes.data.reset(new (std::nothrow) char[length]);  // not zero-filled: read overwrites it
+    return bytes.data.get();
+  });
+  if (read < 0) return FileBytes();
+  bytes.size = static_cast<size_t>(read);
+  return bytes;
 }
 
 bool WriteToFile(const std::string& path, const std::shared_ptr<std::string>& contents) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "formats/common_data.h"
@@ -23,7 +24,7 @@ constexpr uint32_t kLatestModesFileVersion = 3;
 // The modes of a modes file for the panel key, in ascending name order; null when the text does
 // not parse, a "Common" table does not decode, or "Version", "Common" or the panel key has the
 // wrong type. A mode whose section does not decode is dropped alone.
-std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(const std::string& text,
+std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(std::string_view text,
                                                                     const std::string& panel_key);
 
 // One mode from its JSON object (its hex sections replaced in place by their parsed documents);
@@ -34,7 +35,7 @@ std::shared_ptr<KivMode> parse_mode(Json::Value& mode_value, const std::string& 
 
 // The rules of a merge-rules file for the panel key, in ascending name order; null when the
 // text does not parse or the panel key or its "MergedModes" is not an object.
-std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(const std::string& text,
+std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(std::string_view text,
                                                             const std::string& panel_key);
 
 // One rule; null (with an error line naming the member) when a member of the rule or of the

@@ -193,7 +193,7 @@ std::shared_ptr<std::string> jsonWriteString(const std::shared_ptr<Json::Value>&
   return std::make_shared<std::string>(JsonToCompactText(*value));
 }
 
-bool PopulateJsonValue(const std::string& text, Json::Value& value) {
+bool PopulateJsonValue(std::string_view text, Json::Value& value) {
   if (JsonNestingDepth(text) > kMaxJsonNesting) return false;
   Json::Reader reader(Json::Features::strictMode());
   // The range form: the string form would first copy the whole text (megabytes) into the reader.

@@ -22,7 +22,7 @@ std::string JsonToCompactText(const Json::Value& value);
 
 // Parses `text` strictly (no comments, the root must be an array or an object); a duplicate
 // member keeps the last value and text after the root is ignored. False when it does not parse.
-bool PopulateJsonValue(const std::string& text, Json::Value& value);
+bool PopulateJsonValue(std::string_view text, Json::Value& value);
 
 // The level of the deepest value of the root container in `text`, as the reader counts it: a
 // container nested k deep is at level k, anything inside it at k + 1. An empty container adds no

@@ -98,7 +98,7 @@ bool DecodeAssetSections(Json::Value& mode_value, const std::string& mode_name) 
 
 }  // namespace
 
-std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(const std::string& text,
+std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(std::string_view text,
                                                                     const std::string& panel_key) {
   Json::Value root;
   if (!PopulateJsonValue(text, root)) return nullptr;

@@ -77,7 +77,7 @@ void ReadMergeOps(JsonFieldReader& rule_reader, KivModeMergeDef* rule) {
 
 }  // namespace
 
-std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(const std::string& text,
+std::shared_ptr<KivModeMergeDefList> parse_mode_merge_rules(std::string_view text,
                                                             const std::string& panel_key) {
   Json::Value root;
   if (!PopulateJsonValue(text, root)) return nullptr;

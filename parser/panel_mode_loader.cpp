@@ -23,12 +23,8 @@ const char* DescrName(const std::shared_ptr<KivModeDescr>& descr) {
   return descr ? descr->name.c_str() : "";
 }
 
-// A file's text, or null when it is missing or empty.
-std::shared_ptr<std::string> ReadPresentFile(const std::string& path) {
-  std::shared_ptr<std::string> text = ReadFromFile(path);
-  if (!text || text->empty()) return nullptr;
-  return text;
-}
+// A file's text; empty when it is missing or empty.
+FileBytes ReadPresentFile(const std::string& path) { return ReadFileBytes(path); }
 
 }  // namespace
 
@@ -107,8 +103,8 @@ bool PanelModeLoader::ParseModesFile(PanelFileKind kind, const std::string& path
                                      std::shared_ptr<KivModeList>* out) {
   if (!Exists(path)) return false;
   ScopedJsonContext where(JsonScope::kFile, path, std::string());
-  std::shared_ptr<std::string> text = ReadPresentFile(path);
-  *out = text ? json_parser::parse_modes(*text, panel_name_) : nullptr;
+  const FileBytes text = ReadPresentFile(path);
+  *out = text.size > 0 ? json_parser::parse_modes(text.view(), panel_name_) : nullptr;
   Note(kind, path, *out != nullptr);
   return *out != nullptr;
 }
@@ -116,8 +112,8 @@ bool PanelModeLoader::ParseModesFile(PanelFileKind kind, const std::string& path
 bool PanelModeLoader::ParseMergeRulesFile(const std::string& path,
                                           std::shared_ptr<KivModeMergeDefList>* out) {
   if (!Exists(path)) return false;
-  std::shared_ptr<std::string> text = ReadPresentFile(path);
-  *out = text ? json_parser::parse_mode_merge_rules(*text, panel_name_) : nullptr;
+  const FileBytes text = ReadPresentFile(path);
+  *out = text.size > 0 ? json_parser::parse_mode_merge_rules(text.view(), panel_name_) : nullptr;
   Note(PanelFileKind::kMergeRules, path, *out != nullptr);
   return *out != nullptr;
 }

@@ -37,6 +37,10 @@ TEST(FileUtilsTest, ReadsWholeFilesBelowTheSysrootAndLogsEachOutcome) {
       for (const std::string& line : lines) EXPECT_EQ(log.Count(" " + line), level / 2) << line;
       EXPECT_EQ(log.Lines().size(), level == 2 ? lines.size() : 0u) << log.Dump();
     }
+    testing::LogCapture log(2);  // the byte reader: the same bytes and reading lines, no string
+    EXPECT_EQ(ReadFileBytes(path).view(), contents) << path;
+    for (size_t i = 0; i + 1 < lines.size(); ++i) EXPECT_EQ(log.Count(" " + lines[i]), 1) << lines[i];
+    EXPECT_EQ(log.Lines().size(), lines.size() - 1) << log.Dump();
   }
 }
 
