@@ -111,13 +111,13 @@ std::shared_ptr<std::string> ReadFromFile(const std::string& path) {
   return text;
 }
 
-FileBytes ReadFileBytes(const std::string& path) {
-  FileBytes bytes;
+ByteBuffer ReadFileBytes(const std::string& path) {
+  ByteBuffer bytes;
   const int64_t read = ReadWhole(path, [&](size_t length) {
-    bytes.data.reset(new (std::nothrow) char[length]);  // not zero-filled: read overwrites it
+    bytes = ByteBuffer::WithCapacity(length);
     return bytes.data.get();
   });
-  if (read < 0) return FileBytes();
+  if (read < 0) return ByteBuffer();
   bytes.size = static_cast<size_t>(read);
   return bytes;
 }

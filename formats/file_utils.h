@@ -2,26 +2,19 @@
 #ifndef VEXA_FORMATS_FILE_UTILS_H_
 #define VEXA_FORMATS_FILE_UTILS_H_
 
-#include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
+
+#include "formats/byte_buffer.h"
 
 namespace vexa {
 
 // The whole file, embedded zero bytes kept; an empty string when it cannot be read.
 std::shared_ptr<std::string> ReadFromFile(const std::string& path);
 
-// A file's bytes, in a buffer that is not zero-filled before the read (files run to megabytes).
-struct FileBytes {
-  std::unique_ptr<char[]> data;
-  size_t size = 0;
-
-  std::string_view view() const { return std::string_view(data.get(), size); }
-};
-
-// The same bytes and log lines as ReadFromFile, without a string; empty on any failure.
-FileBytes ReadFileBytes(const std::string& path);
+// The same bytes and log lines as ReadFromFile, in a buffer that is not zero-filled before the
+// read; empty on any failure.
+ByteBuffer ReadFileBytes(const std::string& path);
 
 // Replaces the file with `contents` up to their first zero byte. The new text goes to a temporary
 // file in the same directory that is then renamed over the old one, so a crash or a full disk

@@ -111,41 +111,60 @@ inline size_t DecodeBlock(const char* in, char* out) {
 }
 #endif
 
-// Decodes `text` into `output`, with 16-byte vector blocks after an odd leading byte when
-// kVectors is set, and `pairs` for the bytes outside them.
+// Decodes `text` (an even length of at least 2) into its text.size() / 2 bytes at `out`, with
+// 16-byte vector blocks after an odd leading byte when kVectors is set, and `pairs` for the bytes
+// outside them. The decoded documents are JSON text: the result ends at its first zero byte,
+// whose offset is returned.
 template <bool kVectors, class Pairs>
-void DecodeHex(std::string_view text, std::string& output, const Pairs& pairs) {
-  output.clear();
-  if (text.size() < 2 || text.size() % 2 != 0) return;
+size_t DecodeHexInto(std::string_view text, char* out, const Pairs& pairs) {
   const size_t n = text.size() / 2;
-  output.resize(n);
   const char* in = text.data();
-  char* out = output.data();
   size_t done = 0;
-  // The decoded documents are JSON text: the result ends at its first zero byte.
   if (n % 2 == 1) {
     out[0] = pairs.Byte(in);
-    if (out[0] == '\0') {
-      output.clear();
-      return;
-    }
+    if (out[0] == '\0') return 0;
     done = 1;
   }
 #if defined(__SSE2__)
   if constexpr (kVectors) {
     for (; done + 16 <= n; done += 16) {
       const size_t kept = DecodeBlock(in + 2 * done, out + done);
-      if (kept < 16) {
-        output.resize(done + kept);
-        return;
-      }
+      if (kept < 16) return done + kept;
     }
   }
 #endif
   const size_t checked = done;  // bytes known to hold no zero
   for (; done + 1 < n; done += 2) pairs.Bytes(in + 2 * done, &out[done + 1], &out[done]);
   const void* zero = std::memchr(out + checked, '\0', n - checked);
-  if (zero != nullptr) output.resize(static_cast<size_t>(static_cast<const char*>(zero) - out));
+  return zero == nullptr ? n : static_cast<size_t>(static_cast<const char*>(zero) - out);
+}
+
+bool DecodableLength(std::string_view text) { return text.size() >= 2 && text.size() % 2 == 0; }
+
+template <bool kVectors, class Pairs>
+void DecodeHex(std::string_view text, std::string& output, const Pairs& pairs) {
+  output.clear();
+  if (!DecodableLength(text)) return;
+  output.resize(text.size() / 2);
+  output.resize(DecodeHexInto<kVectors>(text, output.data(), pairs));
+}
+
+// Vector blocks where the target has them; the bytes around them then never need the table.
+#if defined(__SSE2__)
+constexpr bool kVectorDecode = true;
+DirectPairs DecodePairs() { return DirectPairs(); }
+#else
+constexpr bool kVectorDecode = false;
+const PairTable& DecodePairs() { return Pairs(); }
+#endif
+
+// The hex text of a JSON string value; false for any other value.
+bool HexTextOf(const Json::Value& value, std::string_view* text) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (!value.isString() || !value.getString(&begin, &end) || begin == nullptr) return false;
+  *text = std::string_view(begin, static_cast<size_t>(end - begin));
+  return true;
 }
 
 }  // namespace
@@ -168,11 +187,7 @@ void EncodeData(const std::string& input, std::string& output) {
 }
 
 void DecodeHexText(std::string_view text, std::string& output) {
-#if defined(__SSE2__)
-  DecodeHex</*kVectors=*/true>(text, output, DirectPairs());
-#else
-  DecodeHexTextPortable(text, output);
-#endif
+  DecodeHex<kVectorDecode>(text, output, DecodePairs());
 }
 
 void DecodeHexTextPortable(std::string_view text, std::string& output) {
@@ -180,17 +195,20 @@ void DecodeHexTextPortable(std::string_view text, std::string& output) {
 }
 
 void DecodeData(const Json::Value& value, std::string& output) {
-  if (!value.isString()) {
+  std::string_view text;
+  if (!HexTextOf(value, &text)) {
     output.clear();
     return;
   }
-  const char* begin = nullptr;
-  const char* end = nullptr;
-  if (!value.getString(&begin, &end) || begin == nullptr) {
-    output.clear();
-    return;
-  }
-  DecodeHexText(std::string_view(begin, static_cast<size_t>(end - begin)), output);
+  DecodeHexText(text, output);
+}
+
+ByteBuffer DecodeDataBytes(const Json::Value& value) {
+  std::string_view text;
+  if (!HexTextOf(value, &text) || !DecodableLength(text)) return ByteBuffer();
+  ByteBuffer bytes = ByteBuffer::WithCapacity(text.size() / 2);
+  if (bytes.data) bytes.size = DecodeHexInto<kVectorDecode>(text, bytes.data.get(), DecodePairs());
+  return bytes;
 }
 
 }  // namespace vexa

@@ -12,6 +12,8 @@
 #include <string>
 #include <string_view>
 
+#include "formats/byte_buffer.h"
+
 namespace vexa {
 
 // Upper-case hex text of `input`; empty for empty input.
@@ -21,6 +23,9 @@ void EncodeData(const std::string& input, std::string& output);
 // shorter than two characters or of odd length gives an empty output; a character that is not a
 // hex digit counts as 0.
 void DecodeData(const Json::Value& value, std::string& output);
+
+// The same bytes in a buffer that is not zero-filled first; empty where DecodeData's output is.
+ByteBuffer DecodeDataBytes(const Json::Value& value);
 
 // The same for text at hand.
 void DecodeHexText(std::string_view text, std::string& output);

@@ -25,10 +25,9 @@ constexpr size_t kModesPerYield = 5;
 // Replaces the hex text of object[name] by the document it encodes; false when it does not
 // decode to JSON.
 bool DecodeInPlace(Json::Value& object, const std::string& name) {
-  std::string decoded;
-  DecodeData(object[name], decoded);
+  const ByteBuffer decoded = DecodeDataBytes(object[name]);
   Json::Value parsed;
-  if (!PopulateJsonValue(decoded, parsed)) return false;
+  if (!PopulateJsonValue(decoded.view(), parsed)) return false;
   object[name] = std::move(parsed);
   return true;
 }

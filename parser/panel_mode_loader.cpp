@@ -23,9 +23,6 @@ const char* DescrName(const std::shared_ptr<KivModeDescr>& descr) {
   return descr ? descr->name.c_str() : "";
 }
 
-// A file's text; empty when it is missing or empty.
-FileBytes ReadPresentFile(const std::string& path) { return ReadFileBytes(path); }
-
 }  // namespace
 
 PanelModeLoader::PanelModeLoader(std::string panel_name) : panel_name_(std::move(panel_name)) {}
@@ -103,7 +100,7 @@ bool PanelModeLoader::ParseModesFile(PanelFileKind kind, const std::string& path
                                      std::shared_ptr<KivModeList>* out) {
   if (!Exists(path)) return false;
   ScopedJsonContext where(JsonScope::kFile, path, std::string());
-  const FileBytes text = ReadPresentFile(path);
+  const ByteBuffer text = ReadFileBytes(path);
   *out = text.size > 0 ? json_parser::parse_modes(text.view(), panel_name_) : nullptr;
   Note(kind, path, *out != nullptr);
   return *out != nullptr;
@@ -112,7 +109,7 @@ bool PanelModeLoader::ParseModesFile(PanelFileKind kind, const std::string& path
 bool PanelModeLoader::ParseMergeRulesFile(const std::string& path,
                                           std::shared_ptr<KivModeMergeDefList>* out) {
   if (!Exists(path)) return false;
-  const FileBytes text = ReadPresentFile(path);
+  const ByteBuffer text = ReadFileBytes(path);
   *out = text.size > 0 ? json_parser::parse_mode_merge_rules(text.view(), panel_name_) : nullptr;
   Note(PanelFileKind::kMergeRules, path, *out != nullptr);
   return *out != nullptr;

@@ -19,6 +19,7 @@ TEST(HexCodingTest, PairsAreWrittenSecondByteFirstAndBadTextIsTolerated) {
     std::string out = "stale";
     DecodeData(text, out);
     EXPECT_EQ(out, bytes) << text;
+    EXPECT_EQ(DecodeDataBytes(text).view(), bytes) << text;
     out = "stale";
     EncodeData(bytes, out);
     EXPECT_TRUE(!encodes || out == text.asString()) << text << " encoded as " << out;
@@ -64,6 +65,7 @@ TEST(HexCodingTest, ResultEndsAtTheFirstZeroByteAtAnyPosition) {
         DecodeHexText(text, decoded);
         ASSERT_EQ(decoded, bytes.substr(0, at)) << n << " bytes, zero at " << at << " as "
                                                 << zero_digit;
+        ASSERT_EQ(DecodeDataBytes(Json::Value(text)).view(), decoded) << n << " bytes, zero at " << at;
       }
     }
   }
