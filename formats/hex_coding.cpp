@@ -203,12 +203,14 @@ void DecodeData(const Json::Value& value, std::string& output) {
   DecodeHexText(text, output);
 }
 
-ByteBuffer DecodeDataBytes(const Json::Value& value) {
+std::string_view DecodeDataInto(const Json::Value& value, ByteBuffer* buffer) {
   std::string_view text;
-  if (!HexTextOf(value, &text) || !DecodableLength(text)) return ByteBuffer();
-  ByteBuffer bytes = ByteBuffer::WithCapacity(text.size() / 2);
-  if (bytes.data) bytes.size = DecodeHexInto<kVectorDecode>(text, bytes.data.get(), DecodePairs());
-  return bytes;
+  buffer->size = 0;
+  if (!HexTextOf(value, &text) || !DecodableLength(text) || !buffer->Reserve(text.size() / 2)) {
+    return std::string_view();
+  }
+  buffer->size = DecodeHexInto<kVectorDecode>(text, buffer->data.get(), DecodePairs());
+  return buffer->view();
 }
 
 }  // namespace vexa

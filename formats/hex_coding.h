@@ -24,8 +24,9 @@ void EncodeData(const std::string& input, std::string& output);
 // hex digit counts as 0.
 void DecodeData(const Json::Value& value, std::string& output);
 
-// The same bytes in a buffer that is not zero-filled first; empty where DecodeData's output is.
-ByteBuffer DecodeDataBytes(const Json::Value& value);
+// The same bytes written into `buffer` (reused: grown when too small, never zero-filled); a view
+// of them, empty where DecodeData's output is.
+std::string_view DecodeDataInto(const Json::Value& value, ByteBuffer* buffer);
 
 // The same for text at hand.
 void DecodeHexText(std::string_view text, std::string& output);

@@ -22,12 +22,34 @@ constexpr char kLogLabel[] = "VexaJsonModeParser::JsonParser";
 // A long file yields the processor once per this many modes.
 constexpr size_t kModesPerYield = 5;
 
+// The buffer that every section decodes into while a file (or a mode) is parsed on this thread:
+// one large allocation per file instead of one per section. Released when the outermost parse
+// ends, so nothing stays after start-up.
+class DecodeScratch {
+ public:
+  DecodeScratch() { ++depth_; }
+  ~DecodeScratch() {
+    if (--depth_ == 0) buffer_ = ByteBuffer();
+  }
+  DecodeScratch(const DecodeScratch&) = delete;
+  DecodeScratch& operator=(const DecodeScratch&) = delete;
+
+  static ByteBuffer* buffer() { return &buffer_; }
+
+ private:
+  static thread_local int depth_;
+  static thread_local ByteBuffer buffer_;
+};
+
+thread_local int DecodeScratch::depth_ = 0;
+thread_local ByteBuffer DecodeScratch::buffer_;
+
 // Replaces the hex text of object[name] by the document it encodes; false when it does not
 // decode to JSON.
 bool DecodeInPlace(Json::Value& object, const std::string& name) {
-  const ByteBuffer decoded = DecodeDataBytes(object[name]);
+  const std::string_view decoded = DecodeDataInto(object[name], DecodeScratch::buffer());
   Json::Value parsed;
-  if (!PopulateJsonValue(decoded.view(), parsed)) return false;
+  if (!PopulateJsonValue(decoded, parsed)) return false;
   object[name] = std::move(parsed);
   return true;
 }
@@ -99,6 +121,7 @@ bool DecodeAssetSections(Json::Value& mode_value, const std::string& mode_name) 
 
 std::shared_ptr<std::vector<std::shared_ptr<KivMode>>> parse_modes(std::string_view text,
                                                                     const std::string& panel_key) {
+  DecodeScratch scratch;
   Json::Value root;
   if (!PopulateJsonValue(text, root)) return nullptr;
   JsonFieldReader file(root, kLogLabel);
@@ -141,6 +164,7 @@ std::shared_ptr<KivMode> parse_mode(Json::Value& mode_value, const std::string& 
                                     const std::string& /*reserved*/, uint32_t& version,
                                     const std::shared_ptr<HwAssetsCommonData>& common_data) {
   ScopedJsonContext where(JsonScope::kMode, mode_name, "mode \"" + mode_name + "\"");
+  DecodeScratch scratch;
   auto def = std::make_shared<KivModeDef>();
   def->descr = std::make_shared<KivModeDescr>();
   def->asset_version = version;
