@@ -97,9 +97,9 @@ inline unsigned StringLanes(unsigned quotes, unsigned carried) {
 // Takes the 16 characters at text[*pos] at once, `*in_string` telling whether they start inside
 // a string (then no backslash precedes them). Strings are followed into the next block; one that
 // fills a whole block, or holds a backslash (which may escape a quote), is left to
-// SkipStringContents, the block ending at its opening quote. Between the brackets, the member characters of a stretch
-// count once (string contents included: their opening quote counted at the same level). False
-// when the scan ends.
+// SkipStringContents, the block ending at its opening quote. Between the brackets, the member
+// characters of a stretch count once (string contents included: their opening quote counted at
+// the same level). False when the scan ends.
 bool ScanBlock(std::string_view text, size_t* pos, bool* in_string, Nesting* nesting) {
   const size_t start = *pos;
   const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + start));
