@@ -149,16 +149,36 @@ void HwAssetGamut::SetIdentity() {
   record->num_entries = 0;
 }
 
-void HwAssetGamut::SetTuningConfig(const GamutConfig& record) { CopyAfterLen(record, &MutableTuning()); }
+void HwAssetGamut::SetTuningConfig(const GamutConfig& record) {
+  pending_tuning_.clear();
+  CopyAfterLen(record, &MutableTuning());
+}
 
-const GamutConfig& HwAssetGamut::tuning_config() const {
-  static const GamutConfig* const kNoTuning = NewRecord().release();
-  return tuning_ ? *tuning_ : *kNoTuning;
+std::shared_ptr<const GamutConfig> HwAssetGamut::tuning_config() const {
+  static const std::shared_ptr<const GamutConfig> kNoTuning = NewRecord();
+  if (tuning_) return tuning_;
+  if (pending_tuning_.empty()) return kNoTuning;
+  std::shared_ptr<const GamutConfig> converted = TuningFromText(pending_tuning_);
+  return converted ? converted : kNoTuning;
 }
 
 GamutConfig& HwAssetGamut::MutableTuning() {
+  if (!tuning_ && !pending_tuning_.empty()) tuning_ = TuningFromText(pending_tuning_);
+  std::string().swap(pending_tuning_);
   if (!tuning_) tuning_ = NewRecord();
   return *tuning_;
+}
+
+std::unique_ptr<GamutConfig> HwAssetGamut::TuningFromText(std::string_view text) {
+  // Allocated unfilled: the header is set here and every entry by the reader (115 KiB not zeroed).
+  std::unique_ptr<GamutConfig> tuning(new GamutConfig);
+  std::memset(tuning.get(), 0, offsetof(GamutConfig, entries));
+  tuning->len = kRecordLen;
+  tuning->enable = true;
+  tuning->grid_mode = kGridMode;
+  tuning->num_entries = kGamutEntries;
+  if (!ReadEntryStream(text, tuning.get())) return nullptr;
+  return tuning;
 }
 
 uint32_t HwAssetGamut::GridLevel(uint32_t k) { return std::min(k * kGridStep, kGridMax); }
@@ -193,21 +213,31 @@ void HwAssetGamut::SetConfig(const Json::Value& config) {
   JsonFieldReader reader(config, kLogLabel);
   const bool enable = reader.Bool(keys::kEnable);
   std::unique_ptr<GamutConfig> tuning;
+  std::string tuning_text;
   std::shared_ptr<GamutConfig> shared;
-  if (reader.ok() && enable) shared = ReadSharedTables(reader, &tuning);
+  if (reader.ok() && enable) shared = ReadSharedTables(reader, &tuning, &tuning_text);
   if (!shared || !reader.ok()) {
     SetIdentity();
     return;
   }
   record_.Share(std::move(shared));
-  if (tuning) tuning_ = std::move(tuning);
+  if (tuning) {
+    tuning_ = std::move(tuning);
+    pending_tuning_.clear();
+  } else if (!tuning_text.empty()) {
+    tuning_.reset();
+    pending_tuning_ = std::move(tuning_text);
+  }
 }
 
 ReadResult HwAssetGamut::ReadJson(JsonFieldReader& reader, GamutConfig& fresh) {
   fresh.grid_mode = kGridMode;
   std::unique_ptr<GamutConfig> tuning;
   if (!ReadInlineTables(reader, fresh, &tuning) || !reader.ok()) return ReadResult::kIdentity;
-  if (tuning) tuning_ = std::move(tuning);
+  if (tuning) {
+    tuning_ = std::move(tuning);
+    pending_tuning_.clear();
+  }
   return ReadResult::kStore;
 }
 
@@ -231,7 +261,8 @@ bool HwAssetGamut::ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
 }
 
 std::shared_ptr<GamutConfig> HwAssetGamut::ReadSharedTables(JsonFieldReader& reader,
-                                                           std::unique_ptr<GamutConfig>* tuning) {
+                                                           std::unique_ptr<GamutConfig>* tuning,
+                                                           std::string* tuning_text) {
   const uint32_t count = reader.Uint(keys::kNumEntries);
   if (!reader.ok()) return nullptr;
   if (count != kGamutEntries) {
@@ -248,15 +279,14 @@ std::shared_ptr<GamutConfig> HwAssetGamut::ReadSharedTables(JsonFieldReader& rea
   if (!reader.Has(keys::kGamutTuning)) return shared;
   const std::string_view text = reader.StringView(keys::kGamutTuning);
   if (!reader.ok()) return nullptr;
-  // Allocated unfilled: the header is set here and every entry by the reader (115 KiB not zeroed).
-  tuning->reset(new GamutConfig);
-  std::memset(tuning->get(), 0, offsetof(GamutConfig, entries));
-  (*tuning)->len = kRecordLen;
-  (*tuning)->enable = true;
-  (*tuning)->grid_mode = kGridMode;
-  (*tuning)->num_entries = count;
-  if (!ReadEntryStream(text, tuning->get())) return nullptr;
-  return shared;
+  // A plain list cannot be refused: it is kept as text and converted when a merge first needs it
+  // (most start-ups merge no gamut by computation). Any other text is read now, with its errors.
+  if (IsPlainDecimalList(text, 3 * kGamutEntries)) {
+    tuning_text->assign(text);
+    return shared;
+  }
+  *tuning = TuningFromText(text);
+  return *tuning ? shared : nullptr;
 }
 
 std::shared_ptr<GamutConfig> HwAssetGamut::LookUpSharedTable(JsonFieldReader& reader) {

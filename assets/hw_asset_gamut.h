@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "assets/hw_asset_base.h"
 
@@ -40,8 +41,9 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
   void SetIdentity() override;
 
   void SetTuningConfig(const GamutConfig& record);
-  // The tuning record; a zero record until one is read or set.
-  const GamutConfig& tuning_config() const;
+  // The tuning record; a zero record until one is read or set. A "Tuning" text kept unconverted
+  // is converted for the caller (each call) until a merge converts it for good.
+  std::shared_ptr<const GamutConfig> tuning_config() const;
 
   // Combines `left` (main) and `right` (tuning) into this asset's main record. Writes the grid's
   // input points into both operands first.
@@ -63,16 +65,23 @@ class HwAssetGamut : public HwAssetBase<HwAssetGamut, GamutConfig> {
   bool ReadInlineTables(JsonFieldReader& reader, GamutConfig& fresh,
                         std::unique_ptr<GamutConfig>* tuning);
   // The shared form: the common-data table to copy, every check and the tuning table done.
+  // A plain "Tuning" text comes back in `tuning_text`, unconverted; any other in `tuning`.
   std::shared_ptr<GamutConfig> ReadSharedTables(JsonFieldReader& reader,
-                                                std::unique_ptr<GamutConfig>* tuning);
+                                                std::unique_ptr<GamutConfig>* tuning,
+                                                std::string* tuning_text);
+  // The tuning record of a shared-form "Tuning" text; null (with an error line) when refused.
+  static std::unique_ptr<GamutConfig> TuningFromText(std::string_view text);
   // The common-data table named by "Predefined" (preferred) or "Custom"; null when none.
   std::shared_ptr<GamutConfig> LookUpSharedTable(JsonFieldReader& reader);
-  // The tuning record to write into, made (zero) on first use.
+  // The tuning record to write into: the pending text converted, or a zero record on first use.
   GamutConfig& MutableTuning();
 
   // Null until a tuning table is read, set or merged against: most gamut assets have none, and
   // each record is 115 KiB.
-  std::unique_ptr<GamutConfig> tuning_;
+  std::shared_ptr<GamutConfig> tuning_;
+  // A "Tuning" text checked to be plain (it cannot be refused) and not yet converted: half the
+  // size of the record, and only a merge by computation ever needs the record.
+  std::string pending_tuning_;
 };
 
 }  // namespace vexa

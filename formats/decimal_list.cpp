@@ -237,6 +237,77 @@ size_t DecimalListReader::Next(uint32_t* values, size_t count) {
   return read;
 }
 
+namespace {
+
+// Nine digits never exceed 32 bits.
+constexpr size_t kPlainFieldDigits = 9;
+
+// Ends the field before the comma at `comma`; false when it is empty or too long.
+inline bool EndPlainField(size_t comma, size_t* field_start, size_t* fields) {
+  const size_t digits = comma - *field_start;
+  if (digits == 0 || digits > kPlainFieldDigits) return false;
+  *field_start = comma + 1;
+  ++*fields;
+  return true;
+}
+
+}  // namespace
+
+bool IsPlainDecimalList(std::string_view text, size_t count) {
+  const char* const chars = text.data();
+  const size_t size = text.size();
+  size_t fields = 0;
+  size_t field_start = 0;
+  size_t i = 0;
+#if defined(__SSE2__)
+  // 16 characters per step, fields checked by masks alone: every character a digit or a comma, no
+  // comma next to another (or first), no run of ten digits; commas counted in byte lanes.
+  unsigned previous_digits = 0;  // the digit lanes of the block before
+  unsigned comma_before = 1;     // a comma just before the block: the start counts as one
+  __m128i comma_lanes = _mm_setzero_si128();
+  size_t blocks_in_lanes = 0;
+  const auto count_lanes = [&] {
+    const __m128i sums = _mm_sad_epu8(comma_lanes, _mm_setzero_si128());
+    fields += static_cast<size_t>(_mm_cvtsi128_si32(sums)) +
+              static_cast<size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+    comma_lanes = _mm_setzero_si128();
+    blocks_in_lanes = 0;
+  };
+  for (; size - i >= 16; i += 16) {
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(chars + i));
+    const __m128i is_comma = _mm_cmpeq_epi8(block, _mm_set1_epi8(','));
+    const unsigned commas = static_cast<unsigned>(_mm_movemask_epi8(is_comma));
+    const __m128i below_ten = _mm_cmplt_epi8(_mm_xor_si128(_mm_sub_epi8(block, _mm_set1_epi8('0')),
+                                                           _mm_set1_epi8(static_cast<char>(0x80))),
+                                             _mm_set1_epi8(static_cast<char>(0x80 + 10)));
+    const unsigned digits = static_cast<unsigned>(_mm_movemask_epi8(below_ten));
+    if ((commas | digits) != 0xFFFF || (commas & (commas << 1 | comma_before)) != 0) return false;
+    // Ten digits in a row over this block and the one before: bit k of `eights` tells that lanes
+    // k to k + 7 hold digits, bit k of `pairs` shifted by 8 that lanes k + 8 and k + 9 do.
+    const uint32_t window = digits << 16 | previous_digits;
+    const uint32_t pairs = window & window >> 1;
+    const uint32_t fours = pairs & pairs >> 2;
+    const uint32_t eights = fours & fours >> 4;
+    if ((eights & pairs >> 8) != 0) return false;
+    previous_digits = digits;
+    comma_before = commas >> 15;
+    if (commas != 0) field_start = i + 16 - static_cast<size_t>(__builtin_clz(commas << 16));
+    comma_lanes = _mm_sub_epi8(comma_lanes, is_comma);  // 0xFF per comma: one more per lane
+    if (++blocks_in_lanes == 255) count_lanes();
+  }
+  count_lanes();
+  // The characters left continue the field that the last block ended in.
+#endif
+  for (; i < size; ++i) {
+    if (chars[i] == ',') {
+      if (!EndPlainField(i, &field_start, &fields)) return false;
+    } else if (!IsDigit(chars[i])) {
+      return false;
+    }
+  }
+  return EndPlainField(size, &field_start, &fields) && fields == count;
+}
+
 bool ParseDecimalList(std::string_view text, size_t count, std::vector<uint32_t>* out) {
   // Every number takes at least two characters but the last: a huge count cannot over-allocate.
   out->resize(std::min(count, text.size() / 2 + 1));

@@ -34,6 +34,11 @@ class DecimalListReader {
 // ignored. False when the text holds fewer numbers or a malformed field among the first `count`.
 bool ParseDecimalList(std::string_view text, size_t count, std::vector<uint32_t>* out);
 
+// True when `text` is exactly `count` fields of one to nine digits joined by single commas and
+// nothing else: a list that the reader takes whole and that cannot overflow, checked without
+// converting it.
+bool IsPlainDecimalList(std::string_view text, size_t count);
+
 }  // namespace vexa
 
 #endif  // VEXA_FORMATS_DECIMAL_LIST_H_

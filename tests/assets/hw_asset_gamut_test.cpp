@@ -81,6 +81,9 @@ void ExpectDisabled(const GamutConfig& record) {
 TEST(HwAssetGamutTest, InlineAndSharedTablesWithTheirTuningForms) {
   EXPECT_EQ(*Read(0, Section(1, kEntries, Rows(2, 10)))->AsJV(), Section(1, kEntries));  // no "Tuning" written
   const std::string full = Rows(5, kEntries, true).asString();
+  std::string spaced;  // blanks after the commas: not a plain list, read at once all the same
+  for (char c : full) spaced += c == ',' ? std::string(", ") : std::string(1, c);
+  const std::string huge = "4294967296" + full.substr(full.find(','));  // one field above 32 bits
   const struct {
     uint32_t version;
     Json::Value json;
@@ -102,6 +105,8 @@ TEST(HwAssetGamutTest, InlineAndSharedTablesWithTheirTuningForms) {
       {3, Section(0, 0, full.substr(0, full.rfind(','))), 0, 0, 0, 0,
        R"("Tuning" holds fewer than 4913 entries of three decimal numbers, or a field that is not one)"},
       {3, Section(0, 0, Rows(5, kEntries + 1, true)), 0, 0, 0, 0, R"("Tuning" holds more than 4913 entries)"},
+      {3, Section(0, 0, spaced), 3, kEntries, 5, kEntries, ""},
+      {3, Section(0, 0, huge), 0, 0, 0, 0, R"("Tuning" holds fewer than 4913 entries of three decimal numbers)"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(testing::Compact(c.json).substr(0, 100));
@@ -110,8 +115,8 @@ TEST(HwAssetGamutTest, InlineAndSharedTablesWithTheirTuningForms) {
     ExpectOneLine(log, "E", kWhere, c.error);
     if (c.count == 0) ExpectDisabled(asset->config());
     ExpectEntries(asset->config().entries, c.seed, c.count);
-    EXPECT_TRUE(c.version < 3 || asset->tuning_config().enable == (c.tuning_count != 0));  // shared form
-    ExpectEntries(asset->tuning_config().entries, c.tuning_seed, c.tuning_count);
+    EXPECT_TRUE(c.version < 3 || asset->tuning_config()->enable == (c.tuning_count != 0));  // shared form
+    ExpectEntries(asset->tuning_config()->entries, c.tuning_seed, c.tuning_count);
   }
   auto record = std::make_unique<GamutConfig>();  // an entry count from any writer is bounded
   record->enable = true;
@@ -133,7 +138,7 @@ TEST(HwAssetGamutTest, RefusedSharedSectionKeepsTheEarlierTables) {
   ExpectOneLine(log, "E", kWhere, R"("Tuning" holds fewer than 4913 entries)");
   ExpectDisabled(asset->config());
   ExpectEntries(asset->config().entries, 3, kEntries);
-  ExpectEntries(asset->tuning_config().entries, 5, kEntries);
+  ExpectEntries(asset->tuning_config()->entries, 5, kEntries);
 }
 
 // A failed call leaves the block off: the double's result is not used.
@@ -153,7 +158,7 @@ TEST(HwAssetGamutTest, MergeFramesEveryGridPointOfLeftMainAndRightTuning) {
   ExpectEntries(in + 20, 1, 100, true);
   ExpectEntries(in + 20 + 117928, 5, kEntries, true);
   // The double answers the left body with outputs left + 2 * right.
-  EXPECT_TRUE(merged->config().enable && merged->config().num_entries == 100u && !merged->tuning_config().enable);
+  EXPECT_TRUE(merged->config().enable && merged->config().num_entries == 100u && !merged->tuning_config()->enable);
   for (uint32_t i = 0; i < kEntries; ++i) {
     const GamutEntry& e = merged->config().entries[i];
     ASSERT_TRUE(e.in_2 == Level(i / 289) && e.out_1 == (i < 100 ? Out(1, i, 1) : 0) + 2 * Out(5, i, 1)) << i;

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <tuple>
+#include <vector>
 
 namespace vexa {
 
@@ -106,6 +108,34 @@ TEST(DecimalListTest, BatchReadsMatchFieldByFieldReads) {
   for (const std::string& text : texts) {
     const std::vector<uint32_t> expected = ReadInBatches(text, 1);
     for (size_t batch : {4, 7, 192}) EXPECT_EQ(ReadInBatches(text, batch), expected) << text;
+  }
+}
+
+// A plain list is exactly `count` fields of one to nine digits joined by single commas: any other
+// byte anywhere (whatever its place in a 16-byte block) refuses it, a digit keeps it plain.
+TEST(DecimalListTest, PlainListsAreExactlyCountFieldsOfUpToNineDigits) {
+  std::string list, long_list;  // 40 fields of 1 to 5 digits; 5,000 of 4 (over 255 blocks of 16)
+  for (int i = 0; i < 40; ++i) list += (i == 0 ? "" : ",") + std::to_string(i * 2311 % 99999);
+  for (int i = 0; i < 5000; ++i) long_list += (i == 0 ? "" : ",") + std::to_string(1000 + i);
+  std::string nine = long_list, ten = long_list;  // one field far inside made 9 or 10 digits long
+  nine.replace(nine.find(",3500,") + 1, 4, "123456789");
+  ten.replace(ten.find(",3500,") + 1, 4, "1234567890");
+  const std::tuple<std::string, size_t, bool> cases[] = {
+      {list, 40, true},        {list, 39, false},        {list, 41, false},
+      {"123456789", 1, true},  {"1234567890", 1, false}, {"", 0, false},
+      {"7,,8", 3, false},      {",7", 2, false},         {"7,", 2, false},
+      {list + ",4294967295", 41, false}, {long_list, 5000, true}, {long_list, 4999, false},
+      {nine, 5000, true},      {ten, 5000, false}};
+  for (const auto& [text, count, plain] : cases) EXPECT_EQ(IsPlainDecimalList(text, count), plain) << text;
+  for (size_t at = 0; at < list.size(); ++at) {
+    for (const char c : {' ', '+', '-', 'x', ',', '\0', '\x80', '7'}) {
+      std::string mutated = list;
+      mutated[at] = c;
+      const std::vector<char> exact(mutated.begin(), mutated.end());  // the sanitizers see over-reads
+      const bool plain = c == '7' ? list[at] != ',' : mutated == list;
+      ASSERT_EQ(IsPlainDecimalList(std::string_view(exact.data(), exact.size()), 40), plain)
+          << "'" << c << "' at " << at;
+    }
   }
 }
 
